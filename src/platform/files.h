@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files and folders. Paths accept "/" and "\" alike; a name that does not exist as spelled is found without regard to
+// case, part by part. Folders are given with or without their last "/". Failures are Faults (FileNotFound,
+// PathNotFound, Permission, DiskFull, FileIo) whose text names the file and the system's reason.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/clock.h"
+
+namespace corvid {
+
+enum class Privacy { Shared, Private };  // Private files have mode 0600
+
+// A log that stays open. Close or destruction writes what is buffered.
+class AppendFile {
+ public:
+  virtual ~AppendFile() = default;
+  virtual void Write(std::string_view bytes) = 0;  // Fault when the disk refuses; may buffer until Flush
+  virtual void Flush() = 0;
+};
+
+class Files {
+ public:
+  virtual ~Files() = default;
+  virtual bool FileExists(const std::string& path) const = 0;
+  virtual bool FolderExists(const std::string& path) const = 0;
+  virtual std::string ReadWhole(const std::string& path) const = 0;
+  // Replaces the file whole: written beside, flushed to the disk, renamed. After a failure the old file is as it was.
+  virtual void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) = 0;
+  virtual std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) = 0;
+  virtual void Remove(const std::string& path) = 0;
+  virtual void Copy(const std::string& from, const std::string& to) = 0;  // overwrites
+  virtual void CreateFolder(const std::string& path) = 0;                 // parents too; existing is no error
+  virtual std::vector<std::string> FileNames(const std::string& folder) const = 0;    // sorted, without the path
+  virtual std::vector<std::string> FolderNames(const std::string& folder) const = 0;  // sorted, links not followed
+  // Absolute form with "/" between the parts, spelled as on disk where it exists; empty for an empty path.
+  virtual std::string Absolute(const std::string& path) const = 0;
+};
+
+// Where the program finds itself and its user: asked once at start.
+class Places {
+ public:
+  virtual ~Places() = default;
+  virtual std::string AppFolder() const = 0;       // shipped data, ends in "/"
+  virtual std::string DocumentsFolder() const = 0;  // the user's documents, ends in "/"
+  virtual std::string HomeFolder() const = 0;
+  virtual std::string TempFolder() const = 0;  // empty when the system names none
+};
+
+// One text value per application, section and key, kept between runs.
+class Settings {
+ public:
+  virtual ~Settings() = default;
+  virtual std::string Get(const std::string& application, const std::string& section, const std::string& key) const = 0;
+  virtual void Set(const std::string& application, const std::string& section, const std::string& key,
+                   const std::string& value) = 0;
+  virtual void Delete(const std::string& application, const std::string& section, const std::string& key) = 0;
+};
+
+}  // namespace corvid
