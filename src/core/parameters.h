@@ -30,7 +30,8 @@ class Parameters {
 
  private:
   static void Check(int32 slot) {
-    if (slot < 0 || slot >= Slots) throw Fault(FaultKind::Index, "Parameter " + std::to_string(slot) + " is outside 0 to 99");
+    if (slot < 0 || slot >= Slots)
+      throw Fault(FaultKind::Index, "Parameter " + std::to_string(slot) + " is outside 0 to 99");
   }
   std::unique_ptr<std::array<std::string, Slots>> slots_;  // made on first use: most lines have no parameter
 };

@@ -34,7 +34,9 @@ class TextModel {
   void SetSelStart(int32 start);  // drops the selection
   int32 SelLength() const { return length_; }
   void SetSelLength(int32 length);
-  std::string SelText() const { return text_.substr(static_cast<std::size_t>(start_), static_cast<std::size_t>(length_)); }
+  std::string SelText() const {
+    return text_.substr(static_cast<std::size_t>(start_), static_cast<std::size_t>(length_));
+  }
   void SetSelText(std::string_view text);  // replaces the selection; the caret goes behind what was put in
   void Append(std::string_view text);      // at the end; the caret and the selection stay
   void KeepLast(int32 count);              // drops all but the last count codes, styles of the rest are the observer's

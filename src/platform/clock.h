@@ -13,7 +13,7 @@ class Clock {
  public:
   virtual ~Clock() = default;
   virtual DateTime Now() const = 0;
-  virtual double SecondsSinceMidnight() const = 0;      // local time, with fractions
+  virtual double SecondsSinceMidnight() const = 0;         // local time, with fractions
   virtual std::int64_t MonotonicMilliseconds() const = 0;  // never goes back
 };
 

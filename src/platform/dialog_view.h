@@ -11,18 +11,37 @@
 namespace corvid {
 
 // Kind and event numbers are those that handlers test.
-enum class ControlKind : int16 { TextBox = 1, Option = 2, List = 4, Check = 8, Button = 16, Form = 32, Scroll = 64, Box = 128, Label = 256 };
+enum class ControlKind : int16 {
+  TextBox = 1,
+  Option = 2,
+  List = 4,
+  Check = 8,
+  Button = 16,
+  Form = 32,
+  Scroll = 64,
+  Box = 128,
+  Label = 256
+};
 enum class DialogEvent : int16 {
-  GotFocus = 1, LostFocus = 2, KeyDown = 4, KeyUp = 8, KeyPress = 16, Change = 32, Click = 64, DoubleClick = 128,
-  Activate = 256, Unload = 512, Scroll = 2048
+  GotFocus = 1,
+  LostFocus = 2,
+  KeyDown = 4,
+  KeyUp = 8,
+  KeyPress = 16,
+  Change = 32,
+  Click = 64,
+  DoubleClick = 128,
+  Activate = 256,
+  Unload = 512,
+  Scroll = 2048
 };
 
 struct DialogControl {
   ControlKind Kind = ControlKind::Label;
-  int16 Index = 0;        // from 1 within its kind
-  std::string Caption;    // what is spoken in front of the value; also the accessible name
-  std::string Text;       // text box, box and label: the contents; button: the words on it
-  int32 SelStart = 0;     // caret and selection of a text box or box
+  int16 Index = 0;      // from 1 within its kind
+  std::string Caption;  // what is spoken in front of the value; also the accessible name
+  std::string Text;     // text box, box and label: the contents; button: the words on it
+  int32 SelStart = 0;   // caret and selection of a text box or box
   int32 SelLength = 0;
   std::vector<std::string> Items;  // list
   int32 ListIndex = -1;            // list: selected row from 0, -1 none
@@ -30,16 +49,16 @@ struct DialogControl {
   std::vector<bool> Selected;  // list with MultiSelect
   int16 Value = 0;             // check: 0 off, 1 on, 2 greyed; option: 0 or 1; scroll: its value
   int16 Min = 0, Max = 0, SmallChange = 1, LargeChange = 10;  // scroll
-  int16 Group = 0;             // options of one group exclude each other
-  bool Default = false;        // button that Enter presses
-  bool Cancel = false;         // button that Escape presses
+  int16 Group = 0;                                            // options of one group exclude each other
+  bool Default = false;                                       // button that Enter presses
+  bool Cancel = false;                                        // button that Escape presses
   bool Enabled = true;
   bool Visible = true;
   int32 Top = 0, Left = 0, Height = 0, Width = 0;  // twips (1/1440 inch); a face may lay out by order alone
 };
 
 struct DialogModel {
-  std::string Code;   // "TEXTPROMPT" and the like
+  std::string Code;  // "TEXTPROMPT" and the like
   std::string Title;
   std::vector<DialogControl> Controls;  // in order of creation, which is the tab order
   int32 Width = 0, Height = 0;          // twips

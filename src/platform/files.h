@@ -33,9 +33,9 @@ class Files {
   virtual void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) = 0;
   virtual std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) = 0;
   virtual void Remove(const std::string& path) = 0;
-  virtual void Copy(const std::string& from, const std::string& to) = 0;  // overwrites
-  virtual void CreateFolder(const std::string& path) = 0;                 // parents too; existing is no error
-  virtual std::vector<std::string> FileNames(const std::string& folder) const = 0;    // sorted, without the path
+  virtual void Copy(const std::string& from, const std::string& to) = 0;            // overwrites
+  virtual void CreateFolder(const std::string& path) = 0;                           // parents too; existing is no error
+  virtual std::vector<std::string> FileNames(const std::string& folder) const = 0;  // sorted, without the path
   virtual std::vector<std::string> FolderNames(const std::string& folder) const = 0;  // sorted, links not followed
   // Absolute form with "/" between the parts, spelled as on disk where it exists; empty for an empty path.
   virtual std::string Absolute(const std::string& path) const = 0;
@@ -45,7 +45,7 @@ class Files {
 class Places {
  public:
   virtual ~Places() = default;
-  virtual std::string AppFolder() const = 0;       // shipped data, ends in "/"
+  virtual std::string AppFolder() const = 0;        // shipped data, ends in "/"
   virtual std::string DocumentsFolder() const = 0;  // the user's documents, ends in "/"
   virtual std::string HomeFolder() const = 0;
   virtual std::string TempFolder() const = 0;  // empty when the system names none

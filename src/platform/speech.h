@@ -19,10 +19,10 @@ class SpeechEngine {
   virtual std::vector<std::string> Voices() = 0;  // always in the same order: a voice's number is stored in a file
   // Speaks text (bytes as they came) behind what the voice still says. voice 1 to 6.
   virtual void Speak(int16 voice, const std::string& text) = 0;
-  virtual void Purge(int16 voice) = 0;  // silence at the next sample, the queue is empty
-  virtual void SetVoice(int16 voice, int16 number) = 0;    // a number outside the list is ignored
-  virtual void SetRate(int16 voice, int16 rate) = 0;       // -10 to 21, 0 is 175 words a minute
-  virtual void SetVolume(int16 voice, int16 volume) = 0;   // 0 to 100
+  virtual void Purge(int16 voice) = 0;                        // silence at the next sample, the queue is empty
+  virtual void SetVoice(int16 voice, int16 number) = 0;       // a number outside the list is ignored
+  virtual void SetRate(int16 voice, int16 rate) = 0;          // -10 to 21, 0 is 175 words a minute
+  virtual void SetVolume(int16 voice, int16 volume) = 0;      // 0 to 100
   virtual void SetPriority(int16 voice, int16 priority) = 0;  // 0 queued, 1 ahead of queued speech, 2 over other speech
   virtual int16 Rate(int16 voice) const = 0;
   virtual int16 Volume(int16 voice) const = 0;
