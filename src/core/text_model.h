@@ -27,8 +27,9 @@ class TextObserver {
 // to its nearest end.
 class TextModel {
  public:
-  const std::string& Text() const { return text_; }
-  int32 Length() const { return static_cast<int32>(text_.size()); }
+  const std::string& Text() const;  // moves the text once after codes were dropped in front; View() never does
+  std::string_view View() const { return std::string_view(text_).substr(dead_); }  // valid until the next change
+  int32 Length() const { return static_cast<int32>(text_.size() - dead_); }
   void SetText(std::string_view text);  // caret to 0, selection gone
   int32 SelStart() const { return start_; }
   void SetSelStart(int32 start);  // drops the selection
@@ -38,8 +39,11 @@ class TextModel {
     return text_.substr(static_cast<std::size_t>(start_), static_cast<std::size_t>(length_));
   }
   void SetSelText(std::string_view text);  // replaces the selection; the caret goes behind what was put in
-  void Append(std::string_view text);      // at the end; the caret and the selection stay
-  void KeepLast(int32 count);              // drops all but the last count codes, styles of the rest are the observer's
+  // At the end, in time of the text alone; the caret and the selection stay.
+  void Append(std::string_view text);
+  // Drops all but the last count codes, in time of what goes; styles of the rest are the observer's. Caret and
+  // selection stay with their text.
+  void KeepLast(int32 count);
   void SetSelColor(int32 color) { color_ = color; }
   int32 SelColor() const { return color_; }
   void SetSelBold(bool bold) { bold_ = bold; }
@@ -61,11 +65,24 @@ class TextModel {
   void SetObserver(TextObserver* observer) { observer_ = observer; }  // not owned; nullptr for none
 
  private:
+  struct Selection {
+    int32 Start, Length;
+    bool operator==(const Selection&) const = default;
+  };
+  Selection Current() const { return {start_, length_}; }
+  int32 Inside(int32 position) const;
+  void Compact() const;
+  void DropDeadWhenMany();
   void Remove(int32 position, int32 count);
   void Insert(int32 position, std::string_view text);
   void MoveTo(int32 start, int32 length, bool caretAtStart);
+  void TellIfMoved(Selection before) const;
+  void TellState() const;
 
-  std::string text_;
+  // The first dead_ codes are dropped already: a viewport loses a line in front for each line that comes, and moving
+  // two million codes each time would be the most costly thing of the program.
+  mutable std::string text_;
+  mutable std::size_t dead_ = 0;
   int32 start_ = 0;
   int32 length_ = 0;
   bool caretAtStart_ = false;
