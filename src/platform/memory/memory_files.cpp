@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/memory/memory_files.h"
+
+#include <algorithm>
+
+#include "core/fault.h"
+#include "core/text.h"
+
+namespace corvid {
+
+namespace {
+
+std::string Parent(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
+}
+
+// Names in the map that lie directly in folder (an absolute path without its last "/").
+template <typename Names>
+void DirectChildren(const Names& names, const std::string& folder, std::vector<std::string>& found) {
+  const std::string start = folder == "/" ? "/" : folder + "/";
+  for (const auto& name : names) {
+    const std::string* path = nullptr;
+    if constexpr (requires { name.first; })
+      path = &name.first;
+    else
+      path = &name;
+    if (path->size() > start.size() && path->starts_with(start) && path->find('/', start.size()) == std::string::npos)
+      found.push_back(path->substr(start.size()));
+  }
+}
+
+}  // namespace
+
+std::string MemoryFiles::Absolute(const std::string& path) const {
+  if (path.empty()) return {};
+  std::string result;
+  for (const std::string& given : Split(Replace(path, "\\", "/"), "/")) {
+    if (given.empty() || given == ".") continue;
+    if (given == "..") {
+      result = Parent(result.empty() ? "/" : result);
+      if (result == "/") result.clear();
+      continue;
+    }
+    std::vector<std::string> here;
+    const std::string folder = result.empty() ? "/" : result;
+    DirectChildren(files_, folder, here);
+    DirectChildren(folders_, folder, here);
+    std::string spelled = given;
+    if (std::find(here.begin(), here.end(), given) == here.end()) {
+      const auto other =
+          std::find_if(here.begin(), here.end(), [&](const auto& name) { return SameText(name, given); });
+      if (other != here.end()) spelled = *other;
+    }
+    result += "/" + spelled;
+  }
+  return result.empty() ? "/" : result;
+}
+
+void MemoryFiles::Ask(const std::string& operation, const std::string& path) const {
+  const std::string reason = Fail ? Fail(operation, path) : std::string();
+  if (!reason.empty()) throw Fault(FaultKind::FileIo, path + ": " + reason);
+}
+
+bool MemoryFiles::FileExists(const std::string& path) const {
+  return !path.empty() && files_.contains(Absolute(path));
+}
+bool MemoryFiles::FolderExists(const std::string& path) const {
+  return !path.empty() && folders_.contains(Absolute(path));
+}
+
+std::string MemoryFiles::ReadWhole(const std::string& path) const {
+  Ask("read", Absolute(path));
+  const auto found = files_.find(Absolute(path));
+  if (found == files_.end()) throw Fault(FaultKind::FileNotFound, path + ": no such file");
+  return found->second;
+}
+
+void MemoryFiles::WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) {
+  const std::string absolute = Absolute(path);
+  Ask("write", absolute);
+  if (!folders_.contains(Parent(absolute))) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
+  files_[absolute] = std::string(bytes);
+  if (privacy == Privacy::Private) private_.insert(absolute);
+}
+
+class MemoryFiles::Appender : public AppendFile {
+ public:
+  Appender(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
+  void Write(std::string_view bytes) override {
+    files_.Ask("append", path_);
+    files_.files_[path_] += bytes;
+  }
+  void Flush() override {}
+
+ private:
+  MemoryFiles& files_;
+  std::string path_;
+};
+
+std::unique_ptr<AppendFile> MemoryFiles::OpenAppend(const std::string& path, Privacy privacy) {
+  const std::string absolute = Absolute(path);
+  Ask("append", absolute);
+  if (!folders_.contains(Parent(absolute))) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
+  files_.try_emplace(absolute);
+  if (privacy == Privacy::Private) private_.insert(absolute);
+  return std::make_unique<Appender>(*this, absolute);
+}
+
+void MemoryFiles::Remove(const std::string& path) {
+  Ask("remove", Absolute(path));
+  if (files_.erase(Absolute(path)) == 0) throw Fault(FaultKind::FileNotFound, path + ": no such file");
+}
+
+void MemoryFiles::Copy(const std::string& from, const std::string& to) {
+  Ask("copy", Absolute(from));
+  WriteWhole(to, ReadWhole(from), Privacy::Shared);
+}
+
+void MemoryFiles::CreateFolder(const std::string& path) {
+  std::string absolute = Absolute(path);
+  if (folders_.contains(absolute)) return;
+  Ask("folder", absolute);
+  for (; absolute != "/"; absolute = Parent(absolute)) folders_.insert(absolute);
+}
+
+std::vector<std::string> MemoryFiles::FileNames(const std::string& folder) const {
+  std::vector<std::string> found;
+  DirectChildren(files_, Absolute(folder), found);
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+std::vector<std::string> MemoryFiles::FolderNames(const std::string& folder) const {
+  std::vector<std::string> found;
+  DirectChildren(folders_, Absolute(folder), found);
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+void MemoryFiles::Put(const std::string& path, const std::string& bytes) {
+  auto fail = std::move(Fail);
+  Fail = nullptr;
+  CreateFolder(Parent(Absolute(path)));
+  files_[Absolute(path)] = bytes;
+  Fail = std::move(fail);
+}
+
+std::string MemorySettings::Get(const std::string& application, const std::string& section,
+                                const std::string& key) const {
+  const auto found = values_.find(application + "/" + section + "/" + key);
+  return found == values_.end() ? std::string() : found->second;
+}
+
+void MemorySettings::Set(const std::string& application, const std::string& section, const std::string& key,
+                         const std::string& value) {
+  values_[application + "/" + section + "/" + key] = value;
+}
+
+void MemorySettings::Delete(const std::string& application, const std::string& section, const std::string& key) {
+  values_.erase(application + "/" + section + "/" + key);
+}
+
+}  // namespace corvid

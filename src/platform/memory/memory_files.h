@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A disk in memory that fails on demand.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+#include "platform/files.h"
+
+namespace corvid {
+
+class MemoryFiles : public Files {
+ public:
+  bool FileExists(const std::string& path) const override;
+  bool FolderExists(const std::string& path) const override;
+  std::string ReadWhole(const std::string& path) const override;
+  void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) override;
+  std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) override;
+  void Remove(const std::string& path) override;
+  void Copy(const std::string& from, const std::string& to) override;
+  void CreateFolder(const std::string& path) override;
+  std::vector<std::string> FileNames(const std::string& folder) const override;
+  std::vector<std::string> FolderNames(const std::string& folder) const override;
+  std::string Absolute(const std::string& path) const override;
+
+  // Asked before each operation ("read", "write", "append", "remove", "copy", "folder") with the path; a non-empty
+  // answer is the reason for which it fails, as a Fault of kind FileIo.
+  std::function<std::string(const std::string& operation, const std::string& path)> Fail;
+  bool IsPrivate(const std::string& path) const { return private_.contains(Absolute(path)); }
+  // Puts a file there, with its folders, whatever Fail says.
+  void Put(const std::string& path, const std::string& bytes);
+
+ private:
+  class Appender;
+  void Ask(const std::string& operation, const std::string& path) const;
+
+  std::map<std::string, std::string> files_;
+  std::set<std::string> folders_{"/"};
+  std::set<std::string> private_;
+};
+
+class MemoryPlaces : public Places {
+ public:
+  std::string AppFolder() const override { return "/app/"; }
+  std::string DocumentsFolder() const override { return "/home/player/Documents/"; }
+  std::string HomeFolder() const override { return "/home/player/"; }
+  std::string TempFolder() const override { return Temp; }
+  std::string Temp = "/tmp/";
+};
+
+class MemorySettings : public Settings {
+ public:
+  std::string Get(const std::string& application, const std::string& section, const std::string& key) const override;
+  void Set(const std::string& application, const std::string& section, const std::string& key,
+           const std::string& value) override;
+  void Delete(const std::string& application, const std::string& section, const std::string& key) override;
+
+ private:
+  std::map<std::string, std::string> values_;
+};
+
+}  // namespace corvid

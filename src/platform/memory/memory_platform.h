@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Everything outside the program, in memory and in virtual time, for tests.
+#pragma once
+
+#include "platform/memory/effects.h"
+#include "platform/memory/memory_face.h"
+#include "platform/memory/memory_files.h"
+#include "platform/memory/memory_loop.h"
+#include "platform/memory/memory_sockets.h"
+#include "platform/platform.h"
+
+namespace corvid {
+
+struct MemoryPlatform {
+  MemoryPlatform() {
+    loop.Idle = [this] { return face.AnswerDialog(); };
+  }
+
+  EffectLog effects;
+  MemoryClock clock;
+  MemoryLoop loop{clock};
+  MemorySockets sockets{loop, effects};
+  MemoryFiles files;
+  MemoryPlaces places;
+  MemorySettings settings;
+  MemorySpeech speech{effects};
+  MemoryFace face{effects};
+
+  Platform All() { return {clock, loop, loop, sockets, files, places, settings, speech, speech, face}; }
+};
+
+}  // namespace corvid

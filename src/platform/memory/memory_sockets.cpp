@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/memory/memory_sockets.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "core/number.h"
+
+namespace corvid {
+
+void MemorySockets::Create(int16 Index) {
+  At(Index).created = true;
+}
+
+bool MemorySockets::PortKnown(const std::string& port) const {
+  if (port == "telnet") return true;
+  return IsNumeric(port) && Val(port) >= 1 && Val(port) <= 65535;
+}
+
+int MemorySockets::Connect(int16 Index, const std::string& host, const std::string& port, int timeoutMilliseconds) {
+  Slot& slot = At(Index);
+  const unsigned attempt = slot.attempt + 1;
+  const bool created = slot.created;
+  slot = Slot{};
+  slot.created = created;
+  slot.attempt = attempt;
+  slot.host = host;
+  slot.port = port;
+  if (ConnectError != 0) {
+    slot.lastError = ConnectError;
+    return ConnectError;
+  }
+  slot.connecting = true;
+  const int delay = OnConnectAnswer == Answer::Never ? timeoutMilliseconds : ConnectDelay;
+  delays_.push_back(loop_.Create([this, Index, attempt] { Complete(Index, attempt); }));
+  delays_.back()->SetInterval(delay);
+  delays_.back()->SetEnabled(true);
+  return 0;
+}
+
+void MemorySockets::Complete(int16 Index, unsigned attempt) {
+  Slot& slot = At(Index);
+  if (slot.attempt != attempt || !slot.connecting) return;
+  slot.connecting = false;
+  slot.connected = OnConnectAnswer == Answer::Accept;
+  if (events_ == nullptr) return;
+  if (slot.connected) {
+    events_->OnConnect(Index);
+  } else {
+    slot.lastError = 111;
+    events_->OnError(Index);
+  }
+}
+
+int MemorySockets::Disconnect(int16 Index) {
+  Slot& slot = At(Index);
+  if (slot.connected) effects_.Add("disconnect", std::to_string(Index));
+  slot.connected = slot.connecting = false;
+  slot.incoming.clear();
+  return DisconnectError;
+}
+
+int MemorySockets::Read(int16 Index, char* buffer, int length) {
+  Slot& slot = At(Index);
+  if (slot.incoming.empty()) return -1;
+  const std::size_t count = std::min(slot.incoming.size(), static_cast<std::size_t>(length));
+  std::memcpy(buffer, slot.incoming.data(), count);
+  slot.incoming.erase(0, count);
+  return static_cast<int>(count);
+}
+
+int MemorySockets::Write(int16 Index, std::string_view bytes) {
+  Slot& slot = At(Index);
+  if (FailWrites || !slot.connected) {
+    slot.lastError = 32;
+    return -1;
+  }
+  slot.written += bytes;
+  effects_.Add("wire", std::to_string(Index) + " " + std::string(bytes));
+  return static_cast<int>(bytes.size());
+}
+
+void MemorySockets::Receive(int16 Index, std::string_view bytes) {
+  At(Index).incoming += bytes;
+  while (events_ != nullptr && !At(Index).incoming.empty() && At(Index).connected) events_->OnRead(Index);
+}
+
+void MemorySockets::CloseByPeer(int16 Index) {
+  At(Index).connected = false;
+  if (events_ != nullptr) events_->OnDisconnect(Index);
+}
+
+std::string MemorySockets::TakeWritten(int16 Index) {
+  return std::exchange(At(Index).written, {});
+}
+
+}  // namespace corvid

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Game connections whose far end is the test.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "platform/memory/effects.h"
+#include "platform/memory/memory_loop.h"
+#include "platform/sockets.h"
+
+namespace corvid {
+
+class MemorySockets : public Sockets {
+ public:
+  MemorySockets(MemoryLoop& loop, EffectLog& effects) : loop_(loop), effects_(effects) {}
+
+  void SetEvents(SocketEvents* events) override { events_ = events; }
+  void Create(int16 Index) override;
+  bool Connected(int16 Index) const override { return At(Index).connected; }
+  bool Connecting(int16 Index) const override { return At(Index).connecting; }
+  bool PortKnown(const std::string& port) const override;
+  int Connect(int16 Index, const std::string& host, const std::string& port, int timeoutMilliseconds) override;
+  int Disconnect(int16 Index) override;
+  int Read(int16 Index, char* buffer, int length) override;
+  int Write(int16 Index, std::string_view bytes) override;
+  int LastError(int16 Index) const override { return At(Index).lastError; }
+
+  // --- the far end ---
+  enum class Answer { Accept, Refuse, Never };
+  Answer OnConnectAnswer = Answer::Accept;  // what Connect brings about, at the next pump
+  int ConnectDelay = 0;                     // milliseconds until then
+  int ConnectError = 0;                     // non-zero: Connect itself fails with this number
+  bool FailWrites = false;
+  int DisconnectError = 0;
+  // Bytes from the server; the client's handler is called at once, as often as 4,096-byte reads are needed.
+  void Receive(int16 Index, std::string_view bytes);
+  void CloseByPeer(int16 Index);
+  // All that was written to the slot's server since the last call.
+  std::string TakeWritten(int16 Index);
+  const std::string& Host(int16 Index) const { return At(Index).host; }
+  const std::string& Port(int16 Index) const { return At(Index).port; }
+
+ private:
+  struct Slot {
+    bool created = false, connected = false, connecting = false;
+    std::string host, port, incoming, written;
+    int lastError = 0;
+    unsigned attempt = 0;  // a delayed answer counts only for the attempt it belongs to
+  };
+  Slot& At(int16 Index) { return slots_.at(static_cast<std::size_t>(Index)); }
+  const Slot& At(int16 Index) const { return slots_.at(static_cast<std::size_t>(Index)); }
+  void Complete(int16 Index, unsigned attempt);
+
+  MemoryLoop& loop_;
+  EffectLog& effects_;
+  SocketEvents* events_ = nullptr;
+  std::array<Slot, MaxConnections + 2> slots_;
+  std::vector<std::unique_ptr<Timer>> delays_;
+};
+
+}  // namespace corvid
