@@ -29,6 +29,8 @@ struct BufferState {
   TextModel EntryBox;               // the entry line, or the script buffer shown in its place
 };
 
+// Makes Buffer the highest number. Buffers 1 to 3 get their types when they come into being.
+void ResizeBuffers(BufferState& buffers, int16 Buffer);
 // Adds text to the error log. A log over 30,000 characters keeps its last 20,000 first; the caret marks where the new
 // text begins and the buffer is marked as holding news.
 void AppendErrorLog(BufferState& buffers, const std::string& text);

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Script files in memory: loading, paging through them in the entry box, changing a definition's line, saving.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/types.h"
+#include "core/upcalls.h"
+#include "files/buffer_state.h"
+#include "platform/platform.h"
+#include "script/options_state.h"
+#include "script/script_state.h"
+
+namespace corvid {
+
+class Scanner;
+class Symbols;
+
+namespace load {  // inflags of LoadSet
+inline constexpr int16 NoExecution = 4, OptionsOnly = 0x800;
+}
+
+// What UpdateBuffer does with the line of the old definition.
+enum class UpdateAction : int16 {
+  Delete = 1,  // takes it out; nothing happens if there is none
+  Append = 2,  // puts NewLine at the end of the text, whatever is there
+  Write = 4    // puts NewLine in its place, or at the end if there is none
+};
+
+// A definition as the tables hold it, to be found again in a script's text.
+struct OldDefinition {
+  std::string Command;   // full command word in any case, with or without the command character: "Trigger", "#GKEY"
+  std::string Name;      // search text, alias or key name; empty: any
+  std::string Commands;  // its commands; empty: any
+  std::string Class;     // empty: any
+};
+
+class Buffers {
+ public:
+  Buffers(BufferState& buffers, ScriptState& script, OptionsState& options, Symbols& symbols, Scanner& scanner,
+          Platform& platform, Upcalls& upcalls);
+
+  // Loads a script file and runs it (or checks it only, with NoExecution). A relative name is taken from the user data
+  // folder. What worked before a failing statement stays in force; the failure is in the error log, the entry box shows
+  // the file with the caret at the place, and its name is spoken. Never throws: other faults go to UnknownError as
+  // "Loadset". May pump events.
+  void LoadSet(const std::string& filename, int16 inflags, int16& outchannel);
+  // A buffer for the absolute path, with empty text unless the file is loaded already (flags has 0x20: its own buffer,
+  // after SaveIfBufModified); -1 when the player cancelled. May pump events.
+  int16 OpenBuffers(const std::string& filename, int16 flags);
+  // Changes a definition in a buffer's text and marks the buffer modified. BufferNumber below 1 means the buffer of
+  // filespec; with neither nothing happens. False if the text is as it was.
+  bool UpdateBuffer(int16 BufferNumber, UpdateAction Action, const std::string& NewLine, const std::string& filespec,
+                    const OldDefinition& old);
+  // Writes the buffer to its file. A buffer without a file has nothing to save (true). A refusal of the disk is told
+  // to the player; the text stays modified and the result is false.
+  bool SaveBuffer(int16 BufferNumber);
+  void SaveCurrentBuffer();  // takes text and caret of the entry box into the current buffer
+  // Asks to save a changed buffer. False when the player cancelled or the disk refused: the caller must not drop it.
+  // May pump events.
+  bool SaveIfBufModified(int16 bufnum);
+  // Forgets a script, its definitions included. False when it stays: buffers 1 to 3, or the player cancelled. May pump.
+  bool CloseBuffer(int16 bufnum);
+  std::string GetBufferName(int16 Buffer) const;       // by type: "Entry", "Script " and so on
+  int16 GetBufferNumber(const std::string& fn) const;  // by absolute path in any case; 0 for none
+  void ResizeBuffers(int16 Buffer);                    // makes Buffer the highest number
+  void MoveBuffers(int16 NewBuffer);                   // shows it in the entry box
+  bool FindNextBuffer();   // shows the next buffer in use and says its name; false when there is no other
+  void SpeakWindowName();  // channel 5
+  // Shows a buffer and puts the caret there (clamped to the text); says its name.
+  void ShowBufferAt(int16 Buffer, int32 caret);
+  bool IsModified(int16 Buffer) const;  // text differs from the file as loaded or saved last
+  // Replaces a buffer's text, and the entry box's if it is shown there; marks it modified if it differs.
+  void SetBufferText(int16 Buffer, const std::string& text);
+
+  // The last part of a path, behind "/" or "\".
+  static std::string ShortName(std::string_view path);
+
+ private:
+  std::string AbsoluteName(const std::string& filename) const;
+  bool ReadInto(int16 number, const std::string& path);
+  void LoadFailed(int16 number, const std::string& path, int16 inflags, int32 position);
+  void FreeSlot(int16 number);
+  void MarkModified(int16 Buffer);
+  void LoadSteps(const std::string& path, int16 inflags, int16& outchannel);
+  int16 FreeBuffer();
+
+  BufferState& buffers_;
+  ScriptState& script_;
+  OptionsState& options_;
+  Symbols& symbols_;
+  Scanner& scanner_;
+  Platform& platform_;
+  Upcalls& upcalls_;
+};
+
+}  // namespace corvid

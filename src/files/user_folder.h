@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where the player's files lie: choosing the folder, filling it on the first run, finding older ones.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/types.h"
+#include "core/upcalls.h"
+#include "platform/platform.h"
+#include "script/options_state.h"
+#include "script/script_state.h"
+
+namespace corvid {
+
+class UserFolder {
+ public:
+  UserFolder(OptionsState& options, ScriptState& script, Platform& platform, Upcalls& upcalls);
+
+  // Settles AppFolder and UserDataFolder, creates and fills the folder. A given folder (as "--data" names it) is taken
+  // without a question and not stored. False: the program must end, and the player has been told why. May pump events.
+  bool Choose(const std::string& given);
+  // Sets SoundsFolder, LogsFolder (both created if missing) and TempFolder, and the system variables that name folders.
+  // A folder that cannot be made is told; the program goes on.
+  void SetFolders();
+
+  // Copies the scripts, tables and settings of source (".set", ".mud", ".ini", in any case) over those of target, and
+  // each subfolder whole. ErrorDescription names the first failure; copying ends there.
+  void MoveDataFolder(const std::string& source, const std::string& target, std::string& ErrorDescription);
+  // Folders below root (and root itself) that hold name, depth-first, each ending in "/". Links are not followed, and
+  // the walk is bounded: at most MaxDepth levels and MaxFolders folders are looked at.
+  std::vector<std::string> LocateFile(const std::string& name, const std::string& root);
+
+  static constexpr int MaxDepth = 16;
+  static constexpr int MaxFolders = 20000;
+
+ private:
+  bool Find();  // sets UserDataFolder from the settings, or the default
+  bool CreateDataFolder();
+  bool FillDataFolder();  // the first run
+  bool FillFromShipped();
+  bool FillFromOld();
+  bool PickOldFolder(std::string& found);
+  bool SearchOldFolder(std::string& found);
+  bool CopyAsked(const std::string& source, const std::string& problem, const std::string& title,
+                 const std::string& done);
+  void CopyFolderWhole(const std::string& source, const std::string& target);
+  int16 Ask(const std::string& text, int16 buttons, const std::string& title);
+
+  OptionsState& options_;
+  ScriptState& script_;
+  Platform& platform_;
+  Upcalls& upcalls_;
+};
+
+}  // namespace corvid
