@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// "Character.mud": the character table on disk, one record a line, scrambled.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/upcalls.h"
+#include "platform/platform.h"
+#include "script/options_state.h"
+#include "sessions/session_state.h"
+
+namespace corvid {
+
+// The records in the clear, each ended by CR LF. A double quote inside a text is doubled.
+std::string FormatCharacters(const CharacterTable& table);
+// Reads that form. Notes may span lines. A quote that was not doubled is taken as it stands. False when a record does
+// not have the eight fields before the date; table is then untouched.
+bool ParseCharacters(std::string_view text, CharacterTable& table);
+// A new last row with empty fields; returns its number.
+int16 AddCharacter(CharacterTable& table);
+// Row of a reference in any case, 0 for none.
+int16 FindCharacter(const CharacterTable& table, std::string_view reference);
+
+class CharacterFile {
+ public:
+  CharacterFile(SessionState& sessions, OptionsState& options, Platform& platform, Upcalls& upcalls);
+
+  // Fills the character table from the user data folder. Without a readable file the table has the one row
+  // "QUICKCONNECT" and the result is false; a damaged file is kept beside as "Character.bad". Never throws.
+  bool ReadMudFile();
+  // Replaces the file. A failure is told to the player and the table stays as it is.
+  void writeMudFile();
+
+ private:
+  SessionState& sessions_;
+  OptionsState& options_;
+  Platform& platform_;
+  Upcalls& upcalls_;
+};
+
+}  // namespace corvid

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A session's life: opening, connecting, switching, closing, and the scripts and definitions that come and go with it.
+#pragma once
+
+#include <string>
+
+#include "core/parameters.h"
+#include "core/table.h"
+#include "core/upcalls.h"
+#include "platform/platform.h"
+#include "script/options_state.h"
+#include "script/script_state.h"
+#include "sessions/character_file.h"
+#include "sessions/logs.h"
+#include "sessions/output.h"
+#include "sessions/receive.h"
+#include "sessions/session_state.h"
+
+namespace corvid {
+
+class Buffers;
+class Saving;
+class Scanner;
+class Symbols;
+struct BufferState;
+
+namespace opening {  // flags of OpenMud and LoadCharacterSets
+inline constexpr int16 Offline = 1, SkipSets = 2, AskBeforeLoading = 4;
+}
+
+class Sessions final : public SocketEvents {
+ public:
+  Sessions(ScriptState& script, OptionsState& options, SessionState& sessions, BufferState& buffers, Symbols& symbols,
+           Scanner& scanner, Buffers& scriptFiles, Saving& saving, CharacterFile& characters, OutputWindows& output,
+           Logs& logs, Receive& receive, Platform& platform, Upcalls& upcalls);
+
+  // Opens a slot for a row of the character table, makes it the active session (CurrentSocket) and starts to connect,
+  // or with Offline loads its scripts. 0 on success, -1 on failure; failures are told to the player. The sets of an
+  // online session are loaded when the connection stands (FinishConnect). May pump events.
+  int16 OpenMud(int16 MudIndex, int16 flags);
+  // The part of connecting that comes after the connection stands, once for each connection: sets, "OnConnect",
+  // "login", "SessionOff" and "SessionOn". Does nothing while the socket is not connected. May pump events.
+  void FinishConnect(int16 Index);
+  // Makes a slot the active session and binds a row to it (0: no character).
+  void SetMud(int16 socket, int16 MudIndex);
+  // Asks, then disconnects a connected session. May pump events.
+  void CloseMud(int16 Index);
+  // Finds a session by the beginning of its reference ("" and "NEXT": the next one; "GLOBAL": slot 0) and makes it the
+  // active one. option::LookUpOnly returns it without switching; option::ConnectedOnly takes connected ones only.
+  // Returns the session, also in DefChannel2; -1 with ErrorDescription "ER1" when there is none. May pump events.
+  int16 SetCharacter(const std::string& CName, int16& options, std::string& ErrorDescription, Parameters& rvar,
+                     int16& DefChannel2);
+  // Loads the scripts of the session's character and opens its log. May pump events.
+  void LoadCharacterSets(int16 Index, int16 flags);
+  // Forgets all definitions and scripts of a character, after asking what to save. The tables keep blank rows until
+  // CompressCommand. May pump events.
+  void RemoveCharacter(int16 ownedBy);
+  // Makes i the highest slot: every per-session array, its socket and its viewports. 0 at the start.
+  void ResizeConnections(int16 i);
+  // Title of the main window by the active session's state; the window comes forward.
+  void UpdateTitle();
+  // Slot of a character, -1 for none.
+  int16 FindChannel(int16 ownedBy) const;
+
+  void OnConnect(int16 Index) override;
+  void OnDisconnect(int16 Index) override;
+  void OnRead(int16 Index) override;
+  void OnError(int16 Index) override;
+
+ private:
+  ScriptState& script_;
+  OptionsState& options_;
+  SessionState& sessions_;
+  BufferState& buffers_;
+  Symbols& symbols_;
+  Scanner& scanner_;
+  Buffers& scriptFiles_;
+  Saving& saving_;
+  CharacterFile& characters_;
+  OutputWindows& output_;
+  Logs& logs_;
+  Receive& receive_;
+  Platform& platform_;
+  Upcalls& upcalls_;
+};
+
+}  // namespace corvid
