@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/speechd/speechd_reader.h"
+
+#include <utility>
+
+#include "core/spoken_text.h"
+#include "platform/speechd/speechd_link.h"
+
+namespace corvid {
+
+namespace {
+
+constexpr std::size_t PieceBytes = 2000;  // a longer text is handed over in pieces, so that a stop comes in between
+
+bool IsBlank(const std::string& text) {
+  return text.find_first_not_of(' ') == std::string::npos;
+}
+
+}  // namespace
+
+SpeechdReader::SpeechdReader(Notice notice, SpeechdSettings settings)
+    : notice_(std::move(notice)), settings_(settings), link_(std::make_shared<SpeechdLink>()) {}
+
+SpeechdReader::~SpeechdReader() {
+  if (!thread_.joinable()) return;
+  {
+    const std::lock_guard lock(mutex_);
+    ending_ = true;
+  }
+  changed_.notify_all();
+  thread_.join();
+}
+
+bool SpeechdReader::Start() {
+  std::unique_lock lock(mutex_);
+  connecting_ = true;
+  if (!thread_.joinable()) thread_ = std::thread([this] { Work(); });
+  changed_.notify_all();
+  changed_.wait(lock, [this] { return !connecting_; });
+  return !dead_;
+}
+
+std::string SpeechdReader::Problem() const {
+  const std::lock_guard lock(mutex_);
+  return problem_;
+}
+
+void SpeechdReader::Say(int16 channel, const std::string& text, bool interrupt) {
+  if (channel < 1 || static_cast<std::size_t>(channel) > ReaderChannels || !thread_.joinable()) return;
+  const auto slot = static_cast<std::size_t>(channel);
+  {
+    const std::lock_guard lock(mutex_);
+    if (interrupt) {
+      std::erase_if(jobs_, [slot](const Job& job) { return job.channel == slot; });
+      jobs_.push_front({.channel = slot, .stop = true});
+    }
+    if (!text.empty() && jobs_.size() < LongestQueue) jobs_.push_back({.channel = slot, .text = text});
+  }
+  changed_.notify_all();
+}
+
+void SpeechdReader::Work() {
+  for (;;) {
+    Job step;
+    bool starting = false;
+    {
+      std::unique_lock lock(mutex_);
+      changed_.wait(lock, [this] { return ending_ || connecting_ || !jobs_.empty(); });
+      if (ending_) return;
+      starting = connecting_;
+      if (starting) {
+        step = {.channel = 1};
+      } else if (!TakeStep(step)) {
+        continue;
+      }
+    }
+    if (!starting && !MayTry(step)) continue;
+    const std::string problem = Perform(step);
+    // A stop does nothing on a channel without a connection, so that it works says nothing about the service.
+    if (!step.stop || !problem.empty()) NoteResult(problem, !starting);
+  }
+}
+
+// Moves the next stop or piece of text out of the queue. False when it has nothing to be said.
+bool SpeechdReader::TakeStep(Job& step) {
+  Job& job = jobs_.front();
+  step.channel = job.channel;
+  step.stop = job.stop;
+  if (!job.stop) {
+    const std::size_t end = SpokenPieceEnd(job.text, job.position, PieceBytes);
+    step.text = SpokenText(std::string_view(job.text).substr(job.position, end - job.position));
+    job.position = end;
+  }
+  if (job.stop || job.position == job.text.size()) jobs_.pop_front();
+  return step.stop || !IsBlank(step.text);
+}
+
+// False while a dead service is left alone.
+bool SpeechdReader::MayTry(const Job& step) {
+  const std::lock_guard lock(mutex_);
+  if (!dead_) return true;
+  if (step.stop) return false;
+  if (std::chrono::steady_clock::now() >= nextTry_ && worker_.Stuck() < MostStuck) return true;
+  jobs_.clear();
+  return false;
+}
+
+// Does the step on the worker. An empty step connects. Gives what went wrong.
+std::string SpeechdReader::Perform(const Job& step) {
+  const auto problem = std::make_shared<std::string>();
+  const bool returned = worker_.Run(
+      [link = link_, step, problem] {
+        if (step.stop) {
+          *problem = link->Stop(step.channel);
+        } else if (step.text.empty()) {
+          *problem = link->Connect(step.channel);
+        } else {
+          *problem = link->Say(step.channel, step.text);
+        }
+      },
+      settings_.callLimit);
+  if (returned) return *problem;
+  link_->Break();
+  link_ = std::make_shared<SpeechdLink>();
+  return "The speech service (speech-dispatcher) does not answer.";
+}
+
+void SpeechdReader::NoteResult(const std::string& problem, bool tell) {
+  {
+    const std::lock_guard lock(mutex_);
+    problem_ = problem;
+    dead_ = !problem.empty();
+    if (dead_) {
+      jobs_.clear();
+      nextTry_ = std::chrono::steady_clock::now() + settings_.retryInterval;
+    }
+    connecting_ = false;
+  }
+  changed_.notify_all();
+  const bool news = !problem.empty() && !told_;
+  told_ = !problem.empty();
+  if (news && tell && notice_) notice_(problem);
+}
+
+}  // namespace corvid
