@@ -13,8 +13,8 @@ namespace corvid {
 namespace buffer {
 inline constexpr int16 EntryLine = 1, ErrorLog = 2, NewLines = 3, FirstScript = 4;
 // Flags: the low eight bits are the type.
-inline constexpr int16 Script = 0x20, ErrorLogType = 0x40, NewLinesType = 0x80, Modified = 0x100, Inactive = 0x400,
-                       News = 0x800, ReadOnly = 0x4000;
+inline constexpr int16 EntryType = 1, Script = 0x20, ErrorLogType = 0x40, NewLinesType = 0x80, Modified = 0x100,
+                       Inactive = 0x400, News = 0x800, ReadOnly = 0x4000;
 }  // namespace buffer
 
 struct BufferState {
