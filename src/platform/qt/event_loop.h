@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The event loop and its timers on Qt. Everything here belongs to the main thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/event_loop.h"
+
+class QCoreApplication;
+
+namespace corvid {
+
+// Wire: construct it first in main, after MakeDesktopApplication (platform/qt/desktop) when the desktop window is
+// wanted and alone otherwise, since sockets, timers and faces need an application object. argc and argv must live as
+// long as the program.
+class QtEventLoop : public EventLoop {
+ public:
+  QtEventLoop(int& argc, char** argv);
+  ~QtEventLoop() override;
+
+  void DoEvents() override;
+  void WaitEvents(int milliseconds) override;
+  void End(int code) override;
+  bool Ending() const override { return ending_; }
+  int Run() override;
+
+  // How many DoEvents and WaitEvents calls are running inside each other: 0 in Run alone. A face tells by it whether
+  // the program is idle or in the middle of a command that waits.
+  int Depth() const { return depth_; }
+
+ private:
+  void Pump(bool wait);
+
+  std::unique_ptr<QCoreApplication> application_;  // empty when one existed already
+  bool ending_ = false;
+  int code_ = 0;
+  int depth_ = 0;
+};
+
+// Timers fire while a handler waits in DoEvents or WaitEvents too, the own handler included. A timer may be disabled,
+// restarted or destroyed from its own handler.
+class QtTimers : public Timers {
+ public:
+  std::unique_ptr<Timer> Create(std::function<void()> fired) override;
+};
+
+}  // namespace corvid

@@ -1,0 +1,327 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/qt/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "core/fault.h"
+#include "core/text.h"
+
+namespace corvid {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void Fail(int error, const std::string& path) {
+  FaultKind kind = FaultKind::FileIo;
+  switch (error) {
+    case ENOENT:
+      kind = FaultKind::FileNotFound;
+      break;
+    case ENOTDIR:
+      kind = FaultKind::PathNotFound;
+      break;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      kind = FaultKind::Permission;
+      break;
+    case ENOSPC:
+    case EDQUOT:
+      kind = FaultKind::DiskFull;
+      break;
+    default:
+      break;
+  }
+  throw Fault(kind, path + ": " + std::generic_category().message(error));
+}
+
+// A descriptor that closes itself.
+class Descriptor {
+ public:
+  Descriptor(const std::string& path, int flags, mode_t mode = 0) : path_(path) {
+    do {
+      number_ = open(path.c_str(), flags | O_CLOEXEC, mode);
+    } while (number_ < 0 && errno == EINTR);
+    if (number_ < 0) Fail(errno, path);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+
+  void Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const ssize_t count = write(number_, bytes.data(), bytes.size());
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) Fail(errno, path_);
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+  }
+  void Sync() {
+    if (fsync(number_) != 0 && errno != EINVAL) Fail(errno, path_);
+  }
+  void Close() {
+    const int number = number_;
+    number_ = -1;
+    if (close(number) != 0 && errno != EINTR) Fail(errno, path_);
+  }
+  int Number() const { return number_; }
+
+ private:
+  std::string path_;
+  int number_ = -1;
+};
+
+bool Exists(const std::string& path) {
+  struct stat facts {};
+  return stat(path.c_str(), &facts) == 0;
+}
+
+bool IsFolder(const std::string& path) {
+  struct stat facts {};
+  return stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
+// The name in folder that differs from name by case alone; of several the first in order. Empty when there is none.
+std::string OtherCase(const std::string& folder, const std::string& name) {
+  std::string found;
+  std::error_code ignored;
+  for (fs::directory_iterator entry(folder, ignored), end; !ignored && entry != end; entry.increment(ignored)) {
+    const std::string candidate = entry->path().filename().string();
+    if (SameText(candidate, name) && (found.empty() || candidate < found)) found = candidate;
+  }
+  return found;
+}
+
+// The path as it is on disk: absolute, "/" between the parts, each part as spelled where that exists and otherwise as
+// the disk spells it in another case. Parts that exist in no spelling stay as given, so a new file is spelled so.
+std::string Resolve(const std::string& path) {
+  if (path.empty()) return {};
+  std::string plain = path;
+  std::replace(plain.begin(), plain.end(), '\\', '/');
+  if (plain.find('\0') != std::string::npos) throw Fault(FaultKind::BadFile, "A file name cannot hold code 0");
+  std::error_code ignored;
+  const bool folder = plain.back() == '/';
+  const std::string whole = fs::absolute(plain, ignored).lexically_normal().string();
+  if (Exists(whole)) return whole;
+  std::string result = "/";
+  for (const std::string& part : Split(whole, "/")) {
+    if (part.empty()) continue;
+    std::string next = result + part;
+    if (!Exists(next)) {
+      const std::string other = OtherCase(result, part);
+      if (!other.empty()) next = result + other;
+    }
+    result = next + "/";
+  }
+  if (!folder && result.size() > 1) result.pop_back();
+  return result;
+}
+
+std::string WithoutLastSlash(std::string path) {
+  while (path.size() > 1 && path.back() == '/') path.pop_back();
+  return path;
+}
+
+// Opening for writing fails with "no such file" when it is the folder that is missing; that is the better news.
+void NeedFolderOf(const std::string& path) {
+  const std::string folder = fs::path(path).parent_path().string();
+  if (!folder.empty() && !IsFolder(folder)) throw Fault(FaultKind::PathNotFound, folder + ": no such folder");
+}
+
+void SyncFolder(const std::string& folder) {
+  const int number = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (number < 0) return;  // the file is written; only a power cut could still undo the rename
+  fsync(number);
+  close(number);
+}
+
+// A file written beside the one that it is to replace; gone again unless it was put in its place.
+class Replacement {
+ public:
+  Replacement(const std::string& path, mode_t mode)
+      : path_(path), beside_(path + ".new-" + std::to_string(getpid())), file_(Fresh(beside_), Flags, mode) {
+    fchmod(file_.Number(), mode);  // past the umask: the mode is the old file's or a private one
+  }
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement() {
+    if (!done_) unlink(beside_.c_str());
+  }
+  void Fill(std::string_view bytes) {
+    file_.Write(bytes);
+    file_.Sync();
+    file_.Close();
+  }
+  void PutInPlace() {
+    if (rename(beside_.c_str(), path_.c_str()) != 0) Fail(errno, path_);
+    done_ = true;
+    SyncFolder(fs::path(path_).parent_path().string());
+  }
+
+ private:
+  static constexpr int Flags = O_WRONLY | O_CREAT | O_EXCL;
+  static const std::string& Fresh(const std::string& beside) {
+    unlink(beside.c_str());  // left by a crash of a process that had our number
+    return beside;
+  }
+  std::string path_, beside_;
+  Descriptor file_;
+  bool done_ = false;
+};
+
+mode_t NewMode(Privacy privacy) {
+  if (privacy == Privacy::Private) return S_IRUSR | S_IWUSR;
+  const mode_t mask = umask(0);
+  umask(mask);
+  return static_cast<mode_t>(0666) & ~mask;
+}
+
+mode_t ModeFor(const std::string& path, Privacy privacy) {
+  struct stat facts {};
+  if (stat(path.c_str(), &facts) != 0) return NewMode(privacy);
+  const mode_t mode = facts.st_mode & static_cast<mode_t>(0777);
+  return privacy == Privacy::Private ? mode & static_cast<mode_t>(S_IRUSR | S_IWUSR) : mode;
+}
+
+// What is replaced is the file itself, also when its name is a link to it.
+std::string BehindLinks(const std::string& path) {
+  std::error_code error;
+  const fs::path target = fs::canonical(path, error);
+  return error ? path : target.string();
+}
+
+class LogFile : public AppendFile {
+ public:
+  LogFile(const std::string& path, Privacy privacy)
+      : file_(path, O_WRONLY | O_CREAT | O_APPEND, privacy == Privacy::Private ? 0600 : 0666) {
+    if (privacy == Privacy::Private) fchmod(file_.Number(), ModeFor(path, privacy));
+  }
+  LogFile(const LogFile&) = delete;
+  LogFile& operator=(const LogFile&) = delete;
+  ~LogFile() override {
+    try {
+      Flush();
+    } catch (const Fault&) {
+      // Nobody is left to tell; who wants to know calls Flush before.
+    }
+  }
+  void Write(std::string_view bytes) override {
+    waiting_.append(bytes);
+    if (waiting_.size() >= Enough) Flush();
+  }
+  void Flush() override {
+    std::string bytes;
+    bytes.swap(waiting_);  // dropped when the disk refuses: a full disk must not fill the memory too
+    file_.Write(bytes);
+  }
+
+ private:
+  static constexpr std::size_t Enough = 64 * 1024;
+  Descriptor file_;
+  std::string waiting_;
+};
+
+std::vector<std::string> Names(const std::string& folder, bool folders) {
+  const std::string path = Resolve(folder.empty() ? "." : folder);
+  if (!IsFolder(path)) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
+  std::vector<std::string> names;
+  std::error_code error;
+  fs::directory_iterator entry(path, error);
+  if (error) Fail(error.value(), path);
+  for (const fs::directory_iterator end; entry != end; entry.increment(error)) {
+    std::error_code ignored;
+    const bool wanted =
+        folders ? entry->is_directory(ignored) && !entry->is_symlink(ignored) : entry->is_regular_file(ignored);
+    if (wanted) names.push_back(entry->path().filename().string());
+    if (error) break;
+  }
+  if (error) Fail(error.value(), path);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace
+
+bool PosixFiles::FileExists(const std::string& path) const {
+  const std::string real = Resolve(path);
+  return !real.empty() && Exists(real) && !IsFolder(real);
+}
+
+bool PosixFiles::FolderExists(const std::string& path) const {
+  return IsFolder(Resolve(path));
+}
+
+std::string PosixFiles::ReadWhole(const std::string& path) const {
+  const std::string real = Resolve(path);
+  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
+  const Descriptor file(real, O_RDONLY | O_NONBLOCK);  // a pipe of that name must not hold the program
+  std::string bytes;
+  struct stat facts {};
+  if (fstat(file.Number(), &facts) == 0 && facts.st_size > 0) bytes.reserve(static_cast<std::size_t>(facts.st_size));
+  std::vector<char> piece(64 * 1024);
+  for (;;) {
+    const ssize_t count = read(file.Number(), piece.data(), piece.size());
+    if (count == 0) return bytes;
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) Fail(errno, real);
+    bytes.append(piece.data(), static_cast<std::size_t>(count));
+  }
+}
+
+void PosixFiles::WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) {
+  const std::string real = BehindLinks(Resolve(path));
+  NeedFolderOf(real);
+  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
+  // A file that its owner made read-only is meant to stay, though its folder would let us replace it.
+  if (Exists(real) && access(real.c_str(), W_OK) != 0) Fail(errno, real);
+  Replacement replacement(real, ModeFor(real, privacy));
+  replacement.Fill(bytes);
+  replacement.PutInPlace();
+}
+
+std::unique_ptr<AppendFile> PosixFiles::OpenAppend(const std::string& path, Privacy privacy) {
+  const std::string real = Resolve(path);
+  NeedFolderOf(real);
+  return std::make_unique<LogFile>(real, privacy);
+}
+
+void PosixFiles::Remove(const std::string& path) {
+  const std::string real = Resolve(path);
+  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
+  if (unlink(real.c_str()) != 0) Fail(errno, real);
+}
+
+void PosixFiles::Copy(const std::string& from, const std::string& to) {
+  WriteWhole(to, ReadWhole(from), Privacy::Shared);
+}
+
+void PosixFiles::CreateFolder(const std::string& path) {
+  const std::string real = WithoutLastSlash(Resolve(path));
+  std::error_code error;
+  fs::create_directories(real, error);
+  if (error) Fail(error.value(), real);
+}
+
+std::vector<std::string> PosixFiles::FileNames(const std::string& folder) const {
+  return Names(folder, false);
+}
+
+std::vector<std::string> PosixFiles::FolderNames(const std::string& folder) const {
+  return Names(folder, true);
+}
+
+std::string PosixFiles::Absolute(const std::string& path) const {
+  return Resolve(path);
+}
+
+}  // namespace corvid

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/files.h"
+
+namespace corvid {
+
+// The real disk. Wire: construct it anywhere, it holds nothing.
+class PosixFiles : public Files {
+ public:
+  bool FileExists(const std::string& path) const override;
+  bool FolderExists(const std::string& path) const override;
+  std::string ReadWhole(const std::string& path) const override;
+  void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) override;
+  std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) override;
+  void Remove(const std::string& path) override;
+  void Copy(const std::string& from, const std::string& to) override;
+  void CreateFolder(const std::string& path) override;
+  std::vector<std::string> FileNames(const std::string& folder) const override;
+  std::vector<std::string> FolderNames(const std::string& folder) const override;
+  std::string Absolute(const std::string& path) const override;
+};
+
+}  // namespace corvid

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The real disk, in a folder of the test's own.
+#include "platform/qt/files.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "core/fault.h"
+#include "platform/qt/clock.h"
+#include "platform/qt/places.h"
+#include "platform/qt/settings.h"
+
+namespace corvid {
+namespace {
+
+namespace fs = std::filesystem;
+
+FaultKind KindOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Fault& fault) {
+    EXPECT_NE(std::string(fault.what()), "");
+    return fault.Kind;
+  }
+  ADD_FAILURE() << "no fault";
+  return FaultKind::Internal;
+}
+
+int ModeOf(const std::string& path) {
+  struct stat facts {};
+  return stat(path.c_str(), &facts) == 0 ? static_cast<int>(facts.st_mode & 0777U) : -1;
+}
+
+class PosixFilesTest : public testing::Test {
+ protected:
+  PosixFilesTest() {
+    std::string pattern = (fs::temp_directory_path() / "corvid-files-XXXXXX").string();
+    root = std::string(mkdtemp(pattern.data())) + "/";
+  }
+  ~PosixFilesTest() override { fs::remove_all(root); }
+  PosixFiles files;
+  std::string root;
+};
+
+TEST_F(PosixFilesTest, WritesWholeAndReadsBackEveryByte) {
+  std::string bytes;
+  for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
+  files.WriteWhole(root + "a.set", bytes, Privacy::Shared);
+  EXPECT_EQ(files.ReadWhole(root + "a.set"), bytes);
+  files.WriteWhole(root + "a.set", "", Privacy::Shared);
+  EXPECT_EQ(files.ReadWhole(root + "a.set"), "");
+  EXPECT_EQ(files.FileNames(root), std::vector<std::string>{"a.set"});
+}
+
+TEST_F(PosixFilesTest, PrivateFilesAreTheOwnersAlone) {
+  files.WriteWhole(root + "Character.mud", "x", Privacy::Private);
+  EXPECT_EQ(ModeOf(root + "Character.mud"), 0600);
+  files.OpenAppend(root + "log.txt", Privacy::Private)->Write("x");
+  EXPECT_EQ(ModeOf(root + "log.txt"), 0600);
+}
+
+TEST_F(PosixFilesTest, AReplacedFileKeepsItsMode) {
+  files.WriteWhole(root + "a", "1", Privacy::Shared);
+  chmod((root + "a").c_str(), 0640);
+  files.WriteWhole(root + "a", "2", Privacy::Shared);
+  EXPECT_EQ(ModeOf(root + "a"), 0640);
+  chmod((root + "a").c_str(), 0644);
+  files.WriteWhole(root + "a", "3", Privacy::Private);
+  EXPECT_EQ(ModeOf(root + "a"), 0600);
+}
+
+TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldFile) {
+  files.WriteWhole(root + "a", "old", Privacy::Shared);
+  EXPECT_EQ(KindOf([&] { files.WriteWhole(root + "none/a", "x", Privacy::Shared); }), FaultKind::PathNotFound);
+  const std::string full = "/dev/full";
+  if (fs::exists(full)) {
+    EXPECT_EQ(KindOf([&] {
+                auto log = files.OpenAppend(full, Privacy::Shared);
+                log->Write("x");
+                log->Flush();
+              }),
+              FaultKind::DiskFull);
+  }
+  EXPECT_EQ(files.ReadWhole(root + "a"), "old");
+}
+
+TEST_F(PosixFilesTest, ALinkStaysALink) {
+  files.WriteWhole(root + "real", "1", Privacy::Shared);
+  fs::create_symlink("real", root + "link");
+  files.WriteWhole(root + "link", "2", Privacy::Shared);
+  EXPECT_TRUE(fs::is_symlink(root + "link"));
+  EXPECT_EQ(files.ReadWhole(root + "real"), "2");
+}
+
+TEST_F(PosixFilesTest, NamesAreFoundInAnyCaseExactFirstPartByPart) {
+  files.CreateFolder(root + "Scripts/Deep");
+  files.WriteWhole(root + "Scripts/Deep/Start.SET", "upper", Privacy::Shared);
+  EXPECT_EQ(files.ReadWhole(root + "SCRIPTS\\deep\\start.set"), "upper");
+  files.WriteWhole(root + "scripts/deep/START.set", "changed", Privacy::Shared);
+  EXPECT_EQ(files.FileNames(root + "Scripts/Deep/"), std::vector<std::string>{"Start.SET"});
+  std::ofstream(root + "Scripts/Deep/start.set") << "exact";
+  EXPECT_EQ(files.ReadWhole(root + "scripts/DEEP/start.set"), "exact");
+  EXPECT_EQ(files.Absolute(root + "scripts\\deep"), root + "Scripts/Deep");
+  EXPECT_EQ(files.Absolute(root + "scripts/New.set"), root + "Scripts/New.set");
+  EXPECT_EQ(files.Absolute(root + "Scripts/x/../Deep/"), root + "Scripts/Deep/");
+  EXPECT_EQ(files.Absolute(""), "");
+}
+
+TEST_F(PosixFilesTest, FoldersAreMadeListedAndToldApart) {
+  files.CreateFolder(root + "b\\c");
+  files.CreateFolder(root + "b/c/");
+  files.CreateFolder(root + "a");
+  files.WriteWhole(root + "z", "", Privacy::Shared);
+  fs::create_directory_symlink(root + "a", root + "link");
+  EXPECT_EQ(files.FolderNames(root), (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(files.FileNames(root), (std::vector<std::string>{"z"}));
+  EXPECT_TRUE(files.FolderExists(root + "B/C"));
+  EXPECT_FALSE(files.FileExists(root + "b"));
+  EXPECT_TRUE(files.FileExists(root + "Z"));
+  EXPECT_FALSE(files.FileExists(""));
+  EXPECT_EQ(KindOf([&] { files.FileNames(root + "nothing"); }), FaultKind::PathNotFound);
+}
+
+TEST_F(PosixFilesTest, MissingFilesAndFoldersInTheirPlaceAreFaults) {
+  EXPECT_EQ(KindOf([&] { files.ReadWhole(root + "none"); }), FaultKind::FileNotFound);
+  EXPECT_EQ(KindOf([&] { files.Remove(root + "none"); }), FaultKind::FileNotFound);
+  EXPECT_EQ(KindOf([&] { files.ReadWhole(root); }), FaultKind::Permission);
+  EXPECT_EQ(KindOf([&] { files.WriteWhole(root, "x", Privacy::Shared); }), FaultKind::Permission);
+  EXPECT_EQ(KindOf([&] { files.ReadWhole(std::string("a\0b", 3)); }), FaultKind::BadFile);
+}
+
+TEST_F(PosixFilesTest, CopyAndRemove) {
+  files.WriteWhole(root + "a", "1", Privacy::Shared);
+  files.Copy(root + "A", root + "b");
+  files.Copy(root + "a", root + "b");
+  EXPECT_EQ(files.ReadWhole(root + "b"), "1");
+  files.Remove(root + "A");
+  EXPECT_FALSE(files.FileExists(root + "a"));
+}
+
+TEST_F(PosixFilesTest, ALogGrowsAtItsEnd) {
+  { files.OpenAppend(root + "log", Privacy::Private)->Write("one\r\n"); }
+  const auto log = files.OpenAppend(root + "log", Privacy::Private);
+  log->Write("two\r\n");
+  EXPECT_EQ(files.ReadWhole(root + "log"), "one\r\n");
+  log->Flush();
+  EXPECT_EQ(files.ReadWhole(root + "log"), "one\r\ntwo\r\n");
+}
+
+TEST_F(PosixFilesTest, SettingsKeepAwkwardNamesAndValues) {
+  FileSettings settings(files, root + "config/settings");
+  EXPECT_EQ(settings.Get("CORVID", "Filespec", "DefaultFolder"), "");
+  settings.Set("CORVID", "Filespec", "DefaultFolder", "/home/a b=c%41/\xc3\xa9");
+  settings.Set("A/B", "C=D", "E\nF", "line\r\nbreak%");
+  settings.Set("CORVID", "filespec", "defaultfolder", "/second/");
+  EXPECT_EQ(settings.Get("CORVID", "Filespec", "DefaultFolder"), "/second/");
+  EXPECT_EQ(settings.Get("A/B", "C=D", "E\nF"), "line\r\nbreak%");
+  EXPECT_EQ(ModeOf(root + "config/settings"), 0600);
+  settings.Delete("A/B", "C=D", "E\nF");
+  EXPECT_EQ(settings.Get("A/B", "C=D", "E\nF"), "");
+  EXPECT_EQ(files.ReadWhole(root + "config/settings"), "CORVID/filespec/defaultfolder=/second/\n");
+}
+
+TEST_F(PosixFilesTest, TheProgramFindsItsData) {
+  files.CreateFolder(root + "tree/share");
+  files.CreateFolder(root + "tree/build/debug/src/app");
+  files.WriteWhole(root + "tree/CMakePresets.json", "{}", Privacy::Shared);
+  files.WriteWhole(root + "tree/build/debug/CMakeCache.txt", "", Privacy::Shared);
+  EXPECT_EQ(QtPlaces(root + "tree/build/debug/src/app/corvid").AppFolder(), root + "tree/share/");
+  EXPECT_EQ(QtPlaces("/opt/corvid/bin/corvid").AppFolder(), "/opt/corvid/share/corvid/");
+}
+
+TEST(SystemClockTest, AgreesWithItself) {
+  const SystemClock clock;
+  const DateTime now = clock.Now();
+  EXPECT_GE(now.Year, 2024);
+  EXPECT_TRUE(now.Month >= 1 && now.Month <= 12);
+  EXPECT_GE(clock.SecondsSinceMidnight(), 0.0);
+  EXPECT_LT(clock.SecondsSinceMidnight(), 86401.0);
+  const auto before = clock.MonotonicMilliseconds();
+  EXPECT_LE(before, clock.MonotonicMilliseconds());
+}
+
+}  // namespace
+}  // namespace corvid

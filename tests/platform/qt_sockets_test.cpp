@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The real sockets, loop and timers against a loopback server of the test's own.
+#include "platform/qt/sockets.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QHostAddress>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <cerrno>
+#include <functional>
+
+#include "platform/qt/event_loop.h"
+
+namespace corvid {
+namespace {
+
+struct Program {
+  int argc = 1;
+  char name[5] = "test";
+  char* argv[2] = {name, nullptr};
+  QtEventLoop loop{argc, argv};
+};
+
+class Recorder : public SocketEvents {
+ public:
+  void OnConnect(int16) override { log += "C"; }
+  void OnDisconnect(int16) override {
+    log += "D";
+    if (connectedNow) log += connectedNow() ? "+" : "-";
+  }
+  void OnRead(int16 Index) override {
+    ++reads;
+    if (onRead) return onRead(Index);
+    char bytes[4096];
+    const int count = sockets->Read(Index, bytes, sizeof bytes);
+    if (count > 0) text.append(bytes, static_cast<std::size_t>(count));
+  }
+  void OnError(int16) override { log += "E"; }
+
+  QtSockets* sockets = nullptr;
+  std::string log, text;
+  int reads = 0;
+  std::function<void(int16)> onRead;
+  std::function<bool()> connectedNow;
+};
+
+class QtSocketsTest : public testing::Test {
+ protected:
+  QtSocketsTest() {
+    recorder.sockets = &sockets;
+    sockets.SetEvents(&recorder);
+    sockets.Create(1);
+    server.listen(QHostAddress::LocalHost, 0);
+  }
+  std::string Port() const { return std::to_string(server.serverPort()); }
+  bool Until(const std::function<bool()>& done, int milliseconds = 5000) {
+    QElapsedTimer time;
+    time.start();
+    while (!done()) {
+      if (time.hasExpired(milliseconds)) return false;
+      program.loop.WaitEvents(20);
+    }
+    return true;
+  }
+  QTcpSocket* ConnectOne() {
+    EXPECT_EQ(sockets.Connect(1, "127.0.0.1", Port(), 5000), 0);
+    EXPECT_TRUE(sockets.Connecting(1));
+    QTcpSocket* peer = nullptr;
+    EXPECT_TRUE(Until([&] {
+      if (peer == nullptr) peer = server.nextPendingConnection();
+      return peer != nullptr && sockets.Connected(1);
+    }));
+    return peer;
+  }
+
+  Program program;
+  QTcpServer server;
+  QtSockets sockets;
+  Recorder recorder;
+};
+
+TEST_F(QtSocketsTest, BytesGoBothWays) {
+  QTcpSocket* peer = ConnectOne();
+  EXPECT_EQ(recorder.log, "C");
+  EXPECT_FALSE(sockets.Connecting(1));
+  EXPECT_EQ(sockets.Write(1, "look\r\n"), 6);
+  ASSERT_TRUE(Until([&] { return peer->bytesAvailable() >= 6; }));
+  EXPECT_EQ(peer->readAll(), "look\r\n");
+  peer->write("A room.\r\n");
+  ASSERT_TRUE(Until([&] { return recorder.text.size() >= 9; }));
+  EXPECT_EQ(recorder.text, "A room.\r\n");
+  char byte = 0;
+  EXPECT_EQ(sockets.Read(1, &byte, 1), -1);
+}
+
+TEST_F(QtSocketsTest, PeerCloseComesAfterItsLastByte) {
+  QTcpSocket* peer = ConnectOne();
+  recorder.connectedNow = [&] { return sockets.Connected(1); };
+  const QByteArray last(1'000'000, 'x');
+  peer->write(last);
+  peer->disconnectFromHost();
+  ASSERT_TRUE(Until([&] { return recorder.log.find('D') != std::string::npos; }));
+  EXPECT_EQ(recorder.text.size(), 1'000'000U);
+  EXPECT_EQ(recorder.log, "CD-");
+  EXPECT_EQ(sockets.Write(1, "x"), -1);
+  EXPECT_EQ(sockets.LastError(1), ENOTCONN);
+}
+
+TEST_F(QtSocketsTest, OwnDisconnectIsSilent) {
+  QTcpSocket* peer = ConnectOne();
+  EXPECT_EQ(sockets.Disconnect(1), 0);
+  EXPECT_FALSE(sockets.Connected(1));
+  ASSERT_TRUE(Until([&] { return peer->state() == QAbstractSocket::UnconnectedState; }));
+  EXPECT_EQ(recorder.log, "C");
+  EXPECT_EQ(sockets.Disconnect(1), 0);
+}
+
+TEST_F(QtSocketsTest, RefusalIsAnErrorEvent) {
+  const std::string port = Port();
+  server.close();
+  ASSERT_EQ(sockets.Connect(1, "127.0.0.1", port, 5000), 0);
+  ASSERT_TRUE(Until([&] { return !recorder.log.empty(); }));
+  EXPECT_EQ(recorder.log, "E");
+  EXPECT_EQ(sockets.LastError(1), ECONNREFUSED);
+  EXPECT_FALSE(sockets.Connecting(1));
+}
+
+TEST_F(QtSocketsTest, ConnectingHasATimeLimit) {
+  QTcpServer full;  // a listener whose queue of one is taken answers no further caller
+  full.listen(QHostAddress::LocalHost, 0);
+  ASSERT_EQ(sockets.Connect(1, "192.0.2.1", "9", 40), 0);  // an address that nobody has
+  ASSERT_TRUE(Until([&] { return !recorder.log.empty(); }));
+  EXPECT_EQ(recorder.log, "E");
+  EXPECT_NE(sockets.LastError(1), 0);
+}
+
+TEST_F(QtSocketsTest, AHandlerThatWaitsHearsItsOwnSocket) {
+  QTcpSocket* peer = ConnectOne();
+  int depth = 0;
+  int deepest = 0;
+  recorder.onRead = [&](int16 Index) {
+    char byte = 0;
+    sockets.Read(Index, &byte, 1);
+    recorder.text += byte;
+    deepest = std::max(deepest, ++depth);
+    if (byte == 'w') Until([&] { return recorder.text.find('z') != std::string::npos; });
+    --depth;
+  };
+  peer->write("wxyz");
+  ASSERT_TRUE(Until([&] { return recorder.text.size() == 4; }));
+  EXPECT_EQ(recorder.text, "wxyz");
+  EXPECT_EQ(deepest, 2);
+}
+
+TEST_F(QtSocketsTest, AFloodLeavesRoomForTimers) {
+  QTcpSocket* peer = ConnectOne();
+  recorder.onRead = [&](int16 Index) {
+    char bytes[16];
+    sockets.Read(Index, bytes, sizeof bytes);
+  };
+  int readsAtTick = -1;
+  QtTimers timers;
+  const auto timer = timers.Create([&] { readsAtTick = recorder.reads; });
+  peer->write(QByteArray(200'000, 'x'));
+  peer->flush();
+  ASSERT_TRUE(Until([&] { return recorder.reads > 0; }));
+  timer->SetInterval(1);
+  timer->SetEnabled(true);
+  ASSERT_TRUE(Until([&] { return readsAtTick >= 0; }));
+  EXPECT_LT(readsAtTick, 200'000 / 16);
+}
+
+TEST_F(QtSocketsTest, AHandlerThatReadsNothingDoesNotSpin) {
+  QTcpSocket* peer = ConnectOne();
+  recorder.onRead = [](int16) {};
+  peer->write("x");
+  ASSERT_TRUE(Until([&] { return recorder.reads > 0; }));
+  program.loop.DoEvents();
+  program.loop.DoEvents();
+  EXPECT_LE(recorder.reads, 2);
+  recorder.onRead = nullptr;
+  ASSERT_TRUE(Until([&] { return recorder.text == "x"; }));
+}
+
+TEST_F(QtSocketsTest, ConnectingAnewVoidsTheOldConnection) {
+  QTcpSocket* first = ConnectOne();
+  first->write("old");
+  first->flush();
+  QTcpSocket* second = ConnectOne();
+  ASSERT_NE(first, second);
+  second->write("new");
+  ASSERT_TRUE(Until([&] { return recorder.text.size() >= 3; }));
+  EXPECT_EQ(recorder.text, "new");
+  EXPECT_EQ(recorder.log, "CC");
+}
+
+TEST_F(QtSocketsTest, PortsAreNumbersOrServiceNames) {
+  EXPECT_TRUE(sockets.PortKnown("1"));
+  EXPECT_TRUE(sockets.PortKnown("65535"));
+  EXPECT_FALSE(sockets.PortKnown("0"));
+  EXPECT_FALSE(sockets.PortKnown("65536"));
+  EXPECT_FALSE(sockets.PortKnown(""));
+  EXPECT_FALSE(sockets.PortKnown("no such service"));
+  EXPECT_FALSE(sockets.PortKnown("23 "));
+  EXPECT_NE(sockets.Connect(1, "127.0.0.1", "none", 100), 0);
+  EXPECT_EQ(sockets.LastError(1), EINVAL);
+}
+
+TEST_F(QtSocketsTest, ASlotThatWasNeverMadeIsHarmless) {
+  char byte = 0;
+  EXPECT_FALSE(sockets.Connected(7));
+  EXPECT_EQ(sockets.Read(7, &byte, 1), -1);
+  EXPECT_EQ(sockets.Write(7, "x"), -1);
+  EXPECT_NE(sockets.Connect(7, "127.0.0.1", Port(), 100), 0);
+  EXPECT_EQ(sockets.Disconnect(-3), 0);
+  EXPECT_EQ(sockets.LastError(99), 0);
+}
+
+TEST(QtTimersTest, RepeatUntilDisabledAlsoWhileTheirHandlerWaits) {
+  Program program;
+  QtTimers timers;
+  int ticks = 0;
+  std::unique_ptr<Timer> timer;
+  timer = timers.Create([&] {
+    if (++ticks == 1)
+      while (ticks < 3) program.loop.WaitEvents(-1);
+    if (ticks >= 3) timer->SetEnabled(false);
+  });
+  timer->SetInterval(1);
+  EXPECT_FALSE(timer->Enabled());
+  timer->SetEnabled(true);
+  while (timer->Enabled()) program.loop.WaitEvents(1000);
+  EXPECT_EQ(ticks, 3);
+  program.loop.WaitEvents(5);
+  EXPECT_EQ(ticks, 3);
+}
+
+TEST(QtTimersTest, ATimerMayDieInItsOwnHandler) {
+  Program program;
+  QtTimers timers;
+  std::unique_ptr<Timer> timer;
+  bool fired = false;
+  timer = timers.Create([&] {
+    timer.reset();
+    fired = true;
+  });
+  timer->SetInterval(1);
+  timer->SetEnabled(true);
+  while (!fired) program.loop.WaitEvents(1000);
+  EXPECT_EQ(timer, nullptr);
+}
+
+TEST(QtEventLoopTest, EndGivesTheFirstCodeAndStopsWaiting) {
+  Program program;
+  QtTimers timers;
+  const auto timer = timers.Create([&] {
+    program.loop.End(3);
+    program.loop.End(4);
+    program.loop.WaitEvents(-1);  // must not sleep any more
+  });
+  timer->SetInterval(1);
+  timer->SetEnabled(true);
+  EXPECT_EQ(program.loop.Run(), 3);
+  EXPECT_TRUE(program.loop.Ending());
+}
+
+TEST(QtEventLoopTest, EndBeforeRunEndsAtOnce) {
+  Program program;
+  program.loop.End(7);
+  EXPECT_EQ(program.loop.Run(), 7);
+}
+
+}  // namespace
+}  // namespace corvid
