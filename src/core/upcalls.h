@@ -60,6 +60,8 @@ class Speaker {
   virtual void StopSpeech() = 0;
   virtual void StopSpeaking(int16 window) = 0;
   virtual void StopSpeakingAll() = 0;
+  // Each character by its name, or as it is. May pump events between characters.
+  virtual void SpellWord(const std::string& /*phrase*/, int16 /*WType*/) {}
 };
 
 // Flags of the message box; the low four bits choose the buttons.
@@ -76,8 +78,9 @@ class Prompter {
   virtual int16 MsgBox(const std::string& text, int16 flags, const std::string& title) = 0;
   virtual std::string TextPrompt(const std::string& prompt, const std::string& title, int16 WType,
                                  const std::string& DefVal) = 0;
-  // Row chosen, from 1; 0 for none. list is joined by "|"; a first item "P:text" is the prompt.
-  virtual int16 PickList(const std::string& list) = 0;
+  // Value of the row chosen; empty for none. Items joined by "|" are "label:value" or "label"; the label "P" gives the
+  // prompt, a label that begins with "*" is chosen at first, and "\&1" in an item stands for ":".
+  virtual std::string PickList(const std::string& list) = 0;
   // True for OK; position2 is then the row from 0.
   virtual bool ChooseFromList(const std::string& PromptString, const std::vector<std::string>& CList,
                               int16& position2) = 0;

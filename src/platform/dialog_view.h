@@ -62,6 +62,7 @@ struct DialogModel {
   std::string Title;
   std::vector<DialogControl> Controls;  // in order of creation, which is the tab order
   int32 Width = 0, Height = 0;          // twips
+  int32 FirstFocus = -1;                // place in Controls that has the focus at first; -1: the first that can
 };
 
 // What a face tells. Called on the event thread. After any call the dialog may be closed.

@@ -13,9 +13,8 @@ namespace corvid {
 
 enum class MainFocus { Entry, Output };
 
-// What a face tells the program. Arguments by reference: set to 0 by the handler when the key is consumed. A key that
-// is still there after KeyDown and KeyPress has its usual editing effect, which the program carries out too (so that it
-// is the same behind every face): the face itself edits nothing.
+// What a face tells the program. A key that the program does not take for itself has its usual editing effect, which
+// the program carries out too, so that it is the same behind every face: a face edits nothing.
 class FaceEvents {
  public:
   virtual ~FaceEvents() = default;

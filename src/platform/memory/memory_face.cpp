@@ -59,6 +59,10 @@ void MemoryFace::OpenDialog(DialogModel& model, DialogEvents& events) {
   for (const DialogControl& control : model.Controls)
     if (control.Kind == ControlKind::Label) text += "|" + control.Text;
   effects_.Add("dialog", text);
+  if (model.FirstFocus >= 0) {
+    FocusControl(model.FirstFocus);
+    return;
+  }
   for (std::size_t i = 0; i < model.Controls.size(); ++i) {
     const DialogControl& control = model.Controls[i];
     if (control.Kind == ControlKind::Label || !control.Enabled || !control.Visible) continue;
