@@ -2,7 +2,6 @@
 #include "platform/memory/memory_sockets.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "core/number.h"
 
@@ -64,7 +63,7 @@ int MemorySockets::Read(int16 Index, char* buffer, int length) {
   Slot& slot = At(Index);
   if (slot.incoming.empty()) return -1;
   const std::size_t count = std::min(slot.incoming.size(), static_cast<std::size_t>(length));
-  std::memcpy(buffer, slot.incoming.data(), count);
+  slot.incoming.copy(buffer, count);
   slot.incoming.erase(0, count);
   return static_cast<int>(count);
 }
