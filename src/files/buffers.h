@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/types.h"
 #include "core/upcalls.h"
@@ -33,20 +32,29 @@ enum class UpdateAction : int16 {
 struct OldDefinition {
   std::string Command;   // full command word in any case, with or without the command character: "Trigger", "#GKEY"
   std::string Name;      // search text, alias or key name; empty: any
-  std::string Commands;  // its commands; empty: any
-  std::string Class;     // empty: any
+  std::string Commands;  // as written in the script; empty: any
+  std::string Class;     // empty: any; else one of its classes, or none, may stand in the script
 };
 
 class Buffers {
  public:
   Buffers(BufferState& buffers, ScriptState& script, OptionsState& options, Symbols& symbols, Scanner& scanner,
-          Platform& platform, Upcalls& upcalls);
+          Platform& platform, Upcalls& upcalls)
+      : buffers_(buffers),
+        script_(script),
+        options_(options),
+        symbols_(symbols),
+        scanner_(scanner),
+        platform_(platform),
+        upcalls_(upcalls) {}
 
   // Loads a script file and runs it (or checks it only, with NoExecution). A relative name is taken from the user data
   // folder. What worked before a failing statement stays in force; the failure is in the error log, the entry box shows
   // the file with the caret at the place, and its name is spoken. Never throws: other faults go to UnknownError as
-  // "Loadset". May pump events.
+  // "Loadset". Files that load each other without end are stopped at MaxNesting. May pump events.
   void LoadSet(const std::string& filename, int16 inflags, int16& outchannel);
+  static constexpr int16 MaxNesting = 12;
+
   // A buffer for the absolute path, with empty text unless the file is loaded already (flags has 0x20: its own buffer,
   // after SaveIfBufModified); -1 when the player cancelled. May pump events.
   int16 OpenBuffers(const std::string& filename, int16 flags);
@@ -54,22 +62,25 @@ class Buffers {
   // filespec; with neither nothing happens. False if the text is as it was.
   bool UpdateBuffer(int16 BufferNumber, UpdateAction Action, const std::string& NewLine, const std::string& filespec,
                     const OldDefinition& old);
+
   // Writes the buffer to its file. A buffer without a file has nothing to save (true). A refusal of the disk is told
-  // to the player; the text stays modified and the result is false.
+  // to the player; the text stays modified and the result is false. May pump events then.
   bool SaveBuffer(int16 BufferNumber);
-  void SaveCurrentBuffer();  // takes text and caret of the entry box into the current buffer
+  void WriteBuffer(int16 BufferNumber);  // the same, but a refusal is a Fault
+  void SaveCurrentBuffer();              // takes text and caret of the entry box into the current buffer
   // Asks to save a changed buffer. False when the player cancelled or the disk refused: the caller must not drop it.
   // May pump events.
   bool SaveIfBufModified(int16 bufnum);
   // Forgets a script, its definitions included. False when it stays: buffers 1 to 3, or the player cancelled. May pump.
   bool CloseBuffer(int16 bufnum);
+
   std::string GetBufferName(int16 Buffer) const;       // by type: "Entry", "Script " and so on
   int16 GetBufferNumber(const std::string& fn) const;  // by absolute path in any case; 0 for none
   void ResizeBuffers(int16 Buffer);                    // makes Buffer the highest number
   void MoveBuffers(int16 NewBuffer);                   // shows it in the entry box
   bool FindNextBuffer();   // shows the next buffer in use and says its name; false when there is no other
   void SpeakWindowName();  // channel 5
-  // Shows a buffer and puts the caret there (clamped to the text); says its name.
+  // Shows a buffer, says its name and puts the caret there (brought into the text).
   void ShowBufferAt(int16 Buffer, int32 caret);
   bool IsModified(int16 Buffer) const;  // text differs from the file as loaded or saved last
   // Replaces a buffer's text, and the entry box's if it is shown there; marks it modified if it differs.
@@ -79,13 +90,15 @@ class Buffers {
   static std::string ShortName(std::string_view path);
 
  private:
-  std::string AbsoluteName(const std::string& filename) const;
-  bool ReadInto(int16 number, const std::string& path);
+  void LoadSteps(const std::string& filename, int16 inflags, int16& outchannel);
+  void ReadInto(int16 number, const std::string& path);
   void LoadFailed(int16 number, const std::string& path, int16 inflags, int32 position);
+  bool Holds(int16 number, const std::string& path) const;
   void FreeSlot(int16 number);
   void MarkModified(int16 Buffer);
-  void LoadSteps(const std::string& path, int16 inflags, int16& outchannel);
+  void SetFlags(int16 Buffer, int16 set, int16 clear);
   int16 FreeBuffer();
+  std::string AbsoluteName(const std::string& filename) const;
 
   BufferState& buffers_;
   ScriptState& script_;
@@ -94,6 +107,8 @@ class Buffers {
   Scanner& scanner_;
   Platform& platform_;
   Upcalls& upcalls_;
+  int16 nesting_ = 0;       // loads within loads
+  bool nestedOut_ = false;  // the limit was met: the loads around it end as well
 };
 
 }  // namespace corvid

@@ -27,7 +27,14 @@ inline constexpr int16 Variables = 1, Aliases = 2, Triggers = 4, Keys = 8, TabWo
 class Saving {
  public:
   Saving(ScriptState& script, SessionState& sessions, BufferState& buffers, OptionsState& options, Buffers& bufferFiles,
-         Platform& platform, Upcalls& upcalls);
+         Platform& platform, Upcalls& upcalls)
+      : script_(script),
+        sessions_(sessions),
+        buffers_(buffers),
+        options_(options),
+        bufferFiles_(bufferFiles),
+        platform_(platform),
+        upcalls_(upcalls) {}
 
   // Appends the definitions of one owner, of each kind whose bit is set, to text; each line ends in CR LF.
   void Save(int16 stype, OwnerId Owner, std::string& text) const;

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The lines that make definitions again: one writer a table.
+#include <string_view>
+
+#include "core/keys.h"
+#include "core/text.h"
+#include "files/saving.h"
+
+namespace corvid {
+
+namespace {
+
+constexpr int16 ColourFlag = 0x1000;
+constexpr int16 AnyCaseFlag = 0x2000;
+
+std::string Braced(const std::string& text) {
+  return "{" + text + "}";
+}
+std::string ClassPart(const std::string& name) {
+  return name.empty() ? "" : " " + Braced(name);
+}
+
+bool StandsAt(std::string_view text, std::size_t place, std::string_view piece) {
+  return text.compare(place, piece.size(), piece) == 0;
+}
+
+// True for nearly every value: nothing in it is read as more than itself between the braces of a saved line.
+bool ReadsBackAsItIs(const std::string& value, const OptionsState& options) {
+  int depth = 0;
+  bool lineStart = false;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const char c = value[i];
+    if (c == options.EscapeChar || c == options.VariableChar) return false;
+    if (StandsAt(value, i, options.EndOfLineCommentChar)) return false;
+    if (lineStart && c == options.CommentChar) return false;
+    const char next = i + 1 < value.size() ? value[i + 1] : ' ';
+    if (c == '%' && (IsLetter(next) || IsDigit(next) || next == '{' || next == '(')) return false;
+    depth += c == '{' ? 1 : c == '}' ? -1 : 0;
+    if (depth < 0) return false;
+    lineStart = c == '\n' || c == '\r' || (lineStart && c == ' ');
+  }
+  return depth == 0;
+}
+
+}  // namespace
+
+void Saving::Save(int16 stype, OwnerId Owner, std::string& text) const {
+  if ((stype & save::Variables) != 0) SaveVariableRows(false, Owner, text);
+  if ((stype & save::Defaults) != 0) SaveVariableRows(true, Owner, text);
+  if ((stype & save::Aliases) != 0) SaveAliases(Owner, text);
+  if ((stype & save::Keys) != 0) SaveKeys(Owner, text);
+  if ((stype & save::Triggers) != 0) SaveTriggers(Owner, text);
+  if ((stype & save::TabWords) != 0) SaveTabWords(Owner, text);
+  if ((stype & save::Directions) != 0) SaveDirections(Owner, text);
+  if ((stype & save::Classes) != 0) SaveClasses(Owner, text);
+}
+
+std::string Saving::CommandStart(OwnerId Owner) const {
+  return std::string(1, options_.CommandChar) + (Owner == 0 ? "G" : "");
+}
+
+// A value may be anything, a game's text among it. Where braces, comments, escapes or expansions in it would make the
+// line mean something else (or run as a command), the characters are escaped; the load takes the escapes away again.
+std::string Saving::ValueText(const std::string& value) const {
+  if (ReadsBackAsItIs(value, options_)) return value;
+  const std::string marks{'{', '}', '%', options_.VariableChar, options_.EscapeChar};
+  std::string result;
+  bool lineStart = false;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const bool comment =
+        StandsAt(value, i, options_.EndOfLineCommentChar) || (lineStart && value[i] == options_.CommentChar);
+    if (comment || marks.find(value[i]) != std::string::npos) result += options_.EscapeChar;
+    result += value[i];
+    lineStart = value[i] == '\n' || value[i] == '\r' || (lineStart && value[i] == ' ');
+  }
+  return result;
+}
+
+// Kept: a default is written in both places, so that it becomes the value as well.
+void Saving::SaveVariableRows(bool defaultsOnly, OwnerId Owner, std::string& text) const {
+  for (int32 row = 1; row <= script_.VariableCount; ++row) {
+    if (script_.VariableOwners[row] != Owner || script_.VariableNames[row].empty()) continue;
+    const std::string standard = ValueText(script_.VariableDefaults[row]);
+    if (defaultsOnly && standard.empty()) continue;
+    const std::string value = defaultsOnly ? standard : ValueText(script_.VariableValues[row]);
+    text += CommandStart(Owner) + "Var " + script_.VariableNames[row] + " " + Braced(value) + " " + Braced(standard) +
+            "\r\n";
+  }
+}
+
+void Saving::SaveAliases(OwnerId Owner, std::string& text) const {
+  for (int16 row = 1; row <= script_.AliasCount; ++row) {
+    if (script_.AliasOwners[row] != Owner || script_.AliasNames[row].empty()) continue;
+    text += CommandStart(Owner) + "alias " + Braced(script_.AliasNames[row]) + " " +
+            Braced(script_.AliasOriginals[row]) + ClassPart(script_.AliasClasses[row]) + "\r\n";
+  }
+}
+
+void Saving::SaveKeys(OwnerId Owner, std::string& text) const {
+  for (int16 row = 1; row <= script_.MacroCount; ++row) {
+    if (script_.MacroOwners[row] != Owner || script_.MacroKeyCodes[row] == 0) continue;
+    text += CommandStart(Owner) + "key " + Keyname(script_.MacroKeyCodes[row], script_.MacroShifts[row]) + " " +
+            Braced(script_.MacroOriginals[row]) + ClassPart(script_.MacroClasses[row]) + "\r\n";
+  }
+}
+
+// Kept: a flag without a class stands where a class is read.
+void Saving::SaveTriggers(OwnerId Owner, std::string& text) const {
+  for (int16 row = 1; row <= script_.TriggerCount; ++row) {
+    const TriggerRecord& trigger = script_.Triggers[row];
+    if (trigger.Owner != Owner || trigger.Pattern.empty()) continue;
+    text += CommandStart(Owner) + "Trigger " + Braced(trigger.SearchText) + " " + Braced(trigger.ActionText) +
+            ClassPart(trigger.Class);
+    if ((trigger.Flags & AnyCaseFlag) != 0) text += " AnyCase";
+    if ((trigger.Flags & ColourFlag) != 0) text += " COLOR";
+    text += "\r\n";
+  }
+}
+
+void Saving::SaveTabWords(OwnerId Owner, std::string& text) const {
+  for (int16 row = 1; row <= script_.TabWordCount; ++row) {
+    if (script_.TabOwners[row] != Owner || script_.TabWords[row].empty()) continue;
+    text += CommandStart(Owner) + "tab " + Braced(script_.TabWords[row]) + "\r\n";
+  }
+}
+
+void Saving::SaveDirections(OwnerId Owner, std::string& text) const {
+  for (int16 row = 1; row <= script_.AbbreviationCount; ++row) {
+    if (script_.AbbreviationOwners[row] != Owner || script_.AbbreviationFrom[row].empty()) continue;
+    text += CommandStart(Owner) + "Direction " + Braced(script_.AbbreviationFrom[row]) + " " +
+            Braced(script_.AbbreviationTo[row]) + "\r\n";
+  }
+}
+
+void Saving::SaveClasses(OwnerId Owner, std::string& text) const {
+  for (int16 row = 1; row <= script_.ClassCount; ++row) {
+    if (script_.ClassOwners[row] != Owner || script_.ClassNames[row].empty()) continue;
+    text += CommandStart(Owner) + "class " + Braced(script_.ClassNames[row]) + " enable\r\n";
+  }
+}
+
+}  // namespace corvid
