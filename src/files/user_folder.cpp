@@ -168,9 +168,8 @@ bool UserFolder::SearchOldFolder(std::string& found) {
   if (folders.size() == 1) return true;
   std::string list(PickPrompt);
   for (const std::string& folder : folders) list += ListRow(folder);
-  const int16 row = upcalls_.prompter.PickList(list + "|Cancel");
-  if (row < 1 || static_cast<std::size_t>(row) > folders.size()) return false;
-  found = folders[static_cast<std::size_t>(row) - 1];
+  found = upcalls_.prompter.PickList(list + "|Cancel");  // PUMP
+  if (found.empty() || SameText(found, "CANCEL")) return false;
   return true;
 }
 
