@@ -70,7 +70,8 @@ class DialogEvents {
  public:
   virtual ~DialogEvents() = default;
   // control is the place in Controls (-1 for the form). key and shift are filled for key events and may be set to 0 by
-  // the handler to consume the key. The model already holds the new value.
+  // the handler to consume the key. The model already holds the new value. Click is another row or mark of a list, a
+  // toggled check, a chosen option, a pressed button; Change an edited text or a moved scroll bar.
   virtual void DialogHappened(int32 control, DialogEvent event, int16& key, int16& shift) = 0;
   virtual void DialogCloseRequested() = 0;  // closed from outside, as the window's close button does
 };
