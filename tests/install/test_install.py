@@ -37,7 +37,7 @@ class Installed(unittest.TestCase):
                               text=True, env=surroundings, cwd=self.top, timeout=60)
 
     def test_everything_is_where_linux_expects_it(self):
-        for name in ("bin/corvid", "bin/corvid-practice", "share/corvid/start.set", "share/corvid/corvidhelp.txt",
+        for name in ("bin/corvid", "libexec/corvid/corvid-practice", "share/corvid/start.set", "share/corvid/corvidhelp.txt",
                      "share/applications/corvid.desktop"):
             self.assertTrue((self.prefix / name).is_file(), name)
         shipped = {path.name for path in (TREE / "share" / "Sounds").glob("*.wav")}
