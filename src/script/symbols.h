@@ -39,7 +39,7 @@ class Symbols {
 
   // Row, or 0. vv receives the value of the row, empty when there is none; with an empty table it stays as it was.
   int32 FindVariable(std::string_view VN2, std::string& vv, OwnerId vo) const;
-  // Row, or 0. With checkclass only rows whose class list is active count.
+  // Row, or 0. With checkclass only rows whose class list is active for the wanted owner count.
   int16 FindAlias(std::string_view VN2, OwnerId vo, bool checkclass) const;
   int16 FindMacro(int16 kc, int16 ks, OwnerId ko, bool checkclass) const;
 
@@ -66,16 +66,12 @@ class Symbols {
   void LoadSystemVariables();
 
  private:
-  void BlankAlias(int32 row);
-  void BlankMacro(int32 row);
   void CompressTriggers();
   void CompressKeys();
   void CompressAliases();
   void CompressAbbreviations();
   void CompressVariables();
   bool IsClassOn(std::string_view name, OwnerId Owner) const;
-  bool AliasCounts(int32 row, bool checkclass) const;
-  bool MacroCounts(int32 row, bool checkclass) const;
 
   ScriptState& state_;
   CommandRunner& commands_;
