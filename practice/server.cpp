@@ -13,6 +13,7 @@ namespace {
 
 constexpr qint64 ReadPiece = 512;         // bytes that are handed to the game before what they cause is sent
 constexpr qint64 ReadBuffer = 64 * 1024;  // what waits beyond it stays with the sender
+constexpr int FarewellTime = 5000;        // milliseconds until a connection that is being closed is cut
 constexpr std::size_t PourPiece = 64 * 1024;
 
 void Complain(const QString& text) {
@@ -52,6 +53,7 @@ void Server::TakeConnections() {
     if (peers_.size() >= static_cast<std::size_t>(MaxConnections)) {
       socket->write("The game is full. Try again later.\r\n");
       connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+      QTimer::singleShot(FarewellTime, socket, &QTcpSocket::abort);
       socket->disconnectFromHost();
       continue;
     }
@@ -124,7 +126,11 @@ void Server::SendAll() {
   for (auto& [id, peer] : peers_) {
     Send(id, peer);
     if (peer.Socket->bytesToWrite() > DropAt) slow.push_back(id);
-    if (game_.Leaving(id)) peer.Socket->disconnectFromHost();
+    if (game_.Leaving(id) && peer.Socket->state() == QAbstractSocket::ConnectedState) {
+      // The last words are still sent, but not for ever.
+      QTimer::singleShot(FarewellTime, peer.Socket, [this, id] { Drop(id); });
+      peer.Socket->disconnectFromHost();
+    }
   }
   for (int id : slow) {
     Complain("connection " + QString::number(id) + " does not read and is dropped");

@@ -11,13 +11,26 @@ char LowerChar(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
+// Where a line of at most width shown codes ends: at a blank, or at the end of the text.
+std::size_t LineEnd(std::string_view text, std::size_t width) {
+  std::size_t shown = 0;
+  std::size_t blank = std::string_view::npos;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == '\x1b') {
+      at = std::min(text.find('m', at), text.size());
+      continue;
+    }
+    if (text[at] == ' ') blank = at;
+    if (++shown > width && blank != std::string_view::npos) return blank;
+  }
+  return text.size();
+}
+
 void WrapParagraph(std::string_view text, std::size_t width, std::vector<std::string>& lines) {
-  while (text.size() > width) {
-    std::size_t cut = text.rfind(' ', width);
-    if (cut == std::string_view::npos || cut == 0) cut = text.find(' ', width);
-    if (cut == std::string_view::npos) break;
-    lines.emplace_back(text.substr(0, cut));
-    text.remove_prefix(cut + 1);
+  std::size_t end = LineEnd(text, width);
+  for (; end < text.size(); end = LineEnd(text, width)) {
+    lines.emplace_back(text.substr(0, end));
+    text.remove_prefix(end + 1);
   }
   lines.emplace_back(text);
 }

@@ -31,7 +31,8 @@ inline constexpr std::string_view Tell = "1;35";
 std::string Paint(std::string_view colour, std::string_view text);  // text in the colour, then back to normal
 std::string StripColours(std::string_view text);                    // without its SGR sequences
 
-// Cuts text at blanks into lines of at most width codes; a longer word stands alone. "\n" always ends a line.
+// Cuts text at blanks into lines of at most width codes, colours not counted; a longer word stands alone. "\n" always
+// ends a line.
 std::vector<std::string> Wrap(std::string_view text, std::size_t width);
 
 std::string Lower(std::string_view text);        // A to Z only
