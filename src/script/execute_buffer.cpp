@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Running a whole script text: lines are joined until their braces balance, and each statement is carried out.
 #include <exception>
+#include <utility>
 
 #include "core/text.h"
 #include "core/upcalls.h"
@@ -110,7 +111,8 @@ class Scanner::BufferRun {
 };
 
 int32 Scanner::ExecuteBuffer(std::string bufString, int16 options, int16& outchannel) {
-  return BufferRun(*this, options, outchannel).Run(bufString);
+  const std::string text = std::move(bufString);  // ours: the caller's may change while commands run
+  return BufferRun(*this, options, outchannel).Run(text);
 }
 
 }  // namespace corvid

@@ -104,7 +104,7 @@ class Cutter {
 
 void Scanner::ParseCommand(const std::string& inlineText, int16& part, ParsedCommand& parser,
                            std::string& ErrorDescription, std::string& UnprocessedPart, int16 options) {
-  const std::string original = inlineText;  // it may be the same text as UnprocessedPart
+  const std::string original{std::string_view(inlineText)};  // a copy: it may be the same text as UnprocessedPart
   parser.Clear();
   part = 1;
   UnprocessedPart.clear();

