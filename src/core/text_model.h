@@ -36,7 +36,7 @@ class TextModel {
   int32 SelLength() const { return length_; }
   void SetSelLength(int32 length);
   std::string SelText() const {
-    return text_.substr(static_cast<std::size_t>(start_), static_cast<std::size_t>(length_));
+    return std::string(View().substr(static_cast<std::size_t>(start_), static_cast<std::size_t>(length_)));
   }
   void SetSelText(std::string_view text);  // replaces the selection; the caret goes behind what was put in
   // At the end, in time of the text alone; the caret and the selection stay.

@@ -2,10 +2,10 @@
 // How text reaches a session's viewport while the player may be reading in the middle of it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "core/upcalls.h"
 #include "platform/platform.h"
 #include "script/options_state.h"
 #include "script/script_state.h"
@@ -15,8 +15,7 @@ namespace corvid {
 
 class OutputWindows {
  public:
-  OutputWindows(ScriptState& script, OptionsState& options, SessionState& sessions, Platform& platform,
-                Upcalls& upcalls);
+  OutputWindows(ScriptState& script, OptionsState& options, SessionState& sessions, Platform& platform);
 
   // Makes both viewports of a slot, hidden and locked, and gives them to the face. Does nothing the second time.
   void CreateViewports(int16 Index);
@@ -33,12 +32,22 @@ class OutputWindows {
   // Adds text at the end, past what waits in OutputBuffer; caret behind it, selection gone.
   void AppendNow(int16 Index, std::string_view text);
 
+  // Adds text to OutputBuffer. While the player holds a selection the text waits; of more than a viewport can show by
+  // far, the oldest goes.
+  void Queue(int16 Index, std::string_view text);
+
  private:
+  struct Tag {
+    bool Weight;  // "BRIGHT" or "NORMAL", else a colour
+    bool Bold;
+    int32 Colour;  // blue-green-red; 0: no change
+  };
+  std::optional<Tag> FindTag(std::string_view word) const;
+
   ScriptState& script_;
   OptionsState& options_;
   SessionState& sessions_;
   Platform& platform_;
-  Upcalls& upcalls_;
 };
 
 }  // namespace corvid

@@ -12,6 +12,7 @@
 #include "platform/platform.h"
 #include "script/options_state.h"
 #include "script/script_state.h"
+#include "sessions/line_maker.h"
 #include "sessions/line_triggers.h"
 #include "sessions/logs.h"
 #include "sessions/output.h"
@@ -37,6 +38,30 @@ class Receive {
   void ReadTimer_Timer(int16 Index);
 
  private:
+  struct Work;
+  class Lease;
+  class Negotiation;
+  enum class Flow { Goes, Leave };
+
+  template <typename Step>
+  void Try(int16 Index, Step&& step);
+  void Report(int16 Index, const std::string& error);
+
+  Flow ReadBlock(int16 Index, bool timerFired, Work& work, int& readCount);
+  void TellFailure(int16 Index, const std::string& message);
+  void HoldTail(int16 Index, Work& work);
+  void StartReadTimer(int16 Index);
+  void HandleBlock(int16 Index, Work& work);
+  void HandleLine(int16 Index, std::string_view line, Work& work);
+  bool IsSoundLine(std::string_view line) const;
+  void Log(int16 Index, Work& work);
+  LineFate RunTriggers(int16 Index, Work& work);
+  void Display(int16 Index, Work& work);
+  void Speak(int16 Index, Work& work);
+  void SpeakBatch(Work& work);
+  void NoticeGag(int16 Index);
+  void FinishBlock(int16 Index, int32 caret, Work& work);
+
   ScriptState& script_;
   OptionsState& options_;
   SessionState& sessions_;
@@ -45,6 +70,10 @@ class Receive {
   LineTriggers& triggers_;
   Platform& platform_;
   Upcalls& upcalls_;
+  LineMaker maker_;
+  Table<std::unique_ptr<Timer>> ReadTimer;
+  Table<char> failing_;                      // a failure of this session's socket is being told: bytes are thrown away
+  std::vector<std::unique_ptr<Work>> idle_;  // texts of finished calls, whose memory the next ones use
 };
 
 }  // namespace corvid

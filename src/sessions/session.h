@@ -68,6 +68,37 @@ class Sessions final : public SocketEvents {
   void OnError(int16 Index) override;
 
  private:
+  static constexpr int16 NoSlot = -1;
+
+  bool IsQuickConnect(int16 Index) const;
+  bool SameCharacter(int16 slot, int16 MudIndex) const;
+  int16 FindSlot(int16 MudIndex, int16 flags) const;
+  bool RefuseConnected(int16 MudIndex, int16 flags);
+  int16 TakeSlot(int16 MudIndex, int16 flags);
+  void PrepareSlot(int16 slot, int16 MudIndex);
+  bool StartConnecting(int16 slot);
+  int16 FindSession(const std::string& name, int16 options) const;
+  int16 NextSession(int16 options) const;
+  void SwitchTo(int16 slot);
+  void RunAlias(const std::string& name, int16 Index);
+  void TellSwitch(int16 before, int16 now);
+  void DisconnectAndTell(int16 Index);
+  void ShowTitle();
+  void NoteConnected(int16 Index);
+  void NoteState(int16 Index, const std::string& state);
+  std::string CharacterFolder(int16 MudIndex) const;
+  std::string SetFile(int16 MudIndex, const std::string& ending) const;
+  bool StillOwns(int16 Index, int16 MudIndex) const { return script_.SocketOwner[Index] == MudIndex; }
+  void LoadSets(int16 Index, int16 flags);
+  void Load(int16 Index, const std::string& path);
+  void LoadOrCreate(int16 Index, const std::string& path, const std::string& firstLine);
+  void LoadCharSet(int16 Index, const std::string& path, const std::string& firstLine, int16 flags);
+  void LoadTabWords(int16 owner, const std::string& path);
+  void PrepareLogsFolder();
+  bool ScriptsChanged(int16 ownedBy) const;
+  void KeepVariables(int16 ownedBy);
+  int16 Ask(const std::string& text, const std::string& title);
+
   ScriptState& script_;
   OptionsState& options_;
   SessionState& sessions_;
@@ -82,6 +113,8 @@ class Sessions final : public SocketEvents {
   Receive& receive_;
   Platform& platform_;
   Upcalls& upcalls_;
+  Table<int16> openFlags_;      // flags of OpenMud, for the moment when the connection stands
+  Table<int16> sessionBefore_;  // session that was active when the slot was opened
 };
 
 }  // namespace corvid

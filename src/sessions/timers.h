@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Timer1: the jobs that a key leaves for the moment after it, so that its handler returns at once.
+// Timer1: the jobs that a key leaves for the moment after it, so that its handler returns at once and speech comes
+// after the key's own effect. The tick of the script's alarms and the keeper of looping music come with those commands.
 #pragma once
 
+#include <deque>
 #include <memory>
-#include <vector>
+#include <string>
 
 #include "core/upcalls.h"
 #include "files/buffer_state.h"
@@ -12,7 +14,6 @@
 #include "script/options_state.h"
 #include "script/script_state.h"
 #include "sessions/session_state.h"
-#include "speech/speech_state.h"
 
 namespace corvid {
 
@@ -21,21 +22,47 @@ inline constexpr int16 SpeakWord = 1, SpeakLine = 2, SpeakSelection = 3, PlaceCa
                        OpenCharacters = 6, FirstDialogJob = 10;
 }
 
+// Speaks for the edit fields of an open dialog.
+class DialogJobs {
+ public:
+  virtual ~DialogJobs() = default;
+  // textControl: a text box, else a multi-line box. job is one of 1 to 4 above.
+  virtual void SpeakField(bool textControl, int16 index, int16 job) = 0;
+};
+
 class TimerRoutines final : public TimerJobs {
  public:
   TimerRoutines(ScriptState& script, OptionsState& options, SessionState& sessions, BufferState& buffers,
                 KeyboardState& keyboard, Platform& platform, Upcalls& upcalls);
   ~TimerRoutines() override;
 
+  // A job 5 keeps the EntryLine of this moment. A pending job 5 or 6 is not overwritten: it runs first, and the new one
+  // starts after it. Any other pending job gives way.
   void StartTimer1(int16 action, int milliseconds) override;
-  // The tick. May pump events.
+  // The tick. Never throws. May pump events.
   void Timer1_Timer();
   // Where the caret of the entry goes by job 4.
   void SetCaretAfterPaste(int32 caret) { caretAfterPaste_ = caret; }
-  // True while a job waits for its tick.
-  bool JobDue() const;
+  void SetDialogJobs(DialogJobs* jobs) { dialogJobs_ = jobs; }  // not owned; nullptr: there is no dialog
+  bool JobDue() const { return !jobs_.empty(); }                // a job waits for its tick
 
  private:
+  struct Job {
+    int16 Action;
+    int Milliseconds;
+    std::string Line;
+  };
+  static bool MustRun(int16 action);
+  void StartNext();
+  void Run(const Job& job);
+  void RunEntryLine(const std::string& line);
+  void RunDialogJob(int16 action);
+  void SpeakWord();
+  void SpeakLine();
+  void SpeakSelection();
+  TextModel& ReadText();
+  int16 XWindowType() const;
+
   ScriptState& script_;
   OptionsState& options_;
   SessionState& sessions_;
@@ -43,7 +70,9 @@ class TimerRoutines final : public TimerJobs {
   KeyboardState& keyboard_;
   Platform& platform_;
   Upcalls& upcalls_;
+  DialogJobs* dialogJobs_ = nullptr;
   std::unique_ptr<Timer> Timer1;
+  std::deque<Job> jobs_;  // in order of running; the first one's tick is set
   int32 caretAfterPaste_ = 0;
 };
 
