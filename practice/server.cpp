@@ -14,7 +14,7 @@ namespace {
 constexpr qint64 ReadPiece = 512;         // bytes that are handed to the game before what they cause is sent
 constexpr qint64 ReadBuffer = 64 * 1024;  // what waits beyond it stays with the sender
 constexpr int FarewellTime = 5000;        // milliseconds until a connection that is being closed is cut
-constexpr std::size_t PourPiece = 64 * 1024;
+constexpr std::size_t PourPiece = std::size_t{64} * 1024;
 
 void Complain(const QString& text) {
   QTextStream(stderr) << "corvid-practice: " << text << "\n";
@@ -128,7 +128,7 @@ void Server::SendAll() {
     if (peer.Socket->bytesToWrite() > DropAt) slow.push_back(id);
     if (game_.Leaving(id) && peer.Socket->state() == QAbstractSocket::ConnectedState) {
       // The last words are still sent, but not for ever.
-      QTimer::singleShot(FarewellTime, peer.Socket, [this, id] { Drop(id); });
+      QTimer::singleShot(FarewellTime, peer.Socket, [this, gone = id] { Drop(gone); });
       peer.Socket->disconnectFromHost();
     }
   }

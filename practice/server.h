@@ -23,8 +23,8 @@ class Server : public QObject {
 
  public:
   static constexpr int MaxConnections = 100;
-  static constexpr qint64 PauseAt = 128 * 1024;      // unsent bytes from which nothing more is read or poured
-  static constexpr qint64 DropAt = 2 * 1024 * 1024;  // unsent bytes that end a connection
+  static constexpr qint64 PauseAt = qint64{128} * 1024;      // unsent bytes from which nothing more is read or poured
+  static constexpr qint64 DropAt = qint64{2} * 1024 * 1024;  // unsent bytes that end a connection
 
   // recordFile: what is sent to the first connection goes there, to the others with ".2", ".3" behind; empty: nowhere.
   Server(std::uint64_t seed, QString recordFile);
