@@ -11,9 +11,9 @@ namespace corvid::practice {
 
 namespace {
 
-constexpr qint64 ReadPiece = 512;         // bytes that are handed to the game before what they cause is sent
-constexpr qint64 ReadBuffer = 64 * 1024;  // what waits beyond it stays with the sender
-constexpr int FarewellTime = 5000;        // milliseconds until a connection that is being closed is cut
+constexpr qint64 ReadPiece = 512;                 // bytes that are handed to the game before what they cause is sent
+constexpr qint64 ReadBuffer = qint64{64} * 1024;  // what waits beyond it stays with the sender
+constexpr int FarewellTime = 5000;                // milliseconds until a connection that is being closed is cut
 constexpr std::size_t PourPiece = std::size_t{64} * 1024;
 
 void Complain(const QString& text) {
