@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dialogs/quick_connect.h"
+
+#include <gtest/gtest.h>
+
+#include "core/keys.h"
+#include "dialogs/prompts.h"
+#include "platform/memory/memory_platform.h"
+#include "support_upcalls.h"
+
+namespace corvid {
+namespace {
+
+class QuickConnectTest : public testing::Test {
+ protected:
+  MemoryPlatform memory;
+  Platform platform = memory.All();
+  RecordingSpeaker speaker{memory.effects};
+  RecordingErrors errors{memory.effects};
+  RecordingScreens screens{memory.effects};
+  RecordingRunner runner{memory.effects};
+  RecordingJobs jobs{memory.effects};
+  SpeechState speech;
+  // The prompts answer their own upcalls: a question of the dialog is a dialog too.
+  struct Questions : Prompter {
+    Prompts* real = nullptr;
+    int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
+      return real->MsgBox(text, flags, title);
+    }
+    std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
+    std::string PickList(const std::string&) override { return {}; }
+    bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
+    std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
+    void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
+                       const std::string&) override {}
+    std::string PickDrive(const std::string&) override { return {}; }
+  } questions;
+  Upcalls upcalls{runner, errors, speaker, questions, screens, jobs};
+  OptionsState options;
+  SessionState sessions;
+  GenDialog dialog{platform, upcalls, speech};
+  Prompts prompts{dialog, speech, platform, upcalls};
+  CharacterFile characters{sessions, options, platform, upcalls};
+  std::vector<int16> opened;
+  QuickConnect quick{sessions, characters, dialog, upcalls, [this](int16 row) { opened.push_back(row); }};
+
+  void SetUp() override {
+    questions.real = &prompts;
+    options.UserDataFolder = "/data/";
+    memory.files.CreateFolder("/data");
+    AddRow("Dale", "dale.example", "4000", "Bob", "bob");
+    AddRow("Dale", "dale.example", "4000", "Ann", "ann");
+    AddRow("Moor", "moor.example", "23", "Cid", "cid");
+  }
+  void AddRow(const char* mud, const char* host, const char* port, const char* name, const char* ref) {
+    const int16 row = AddCharacter(sessions);
+    sessions.MudName[row] = mud;
+    sessions.HostName[row] = host;
+    sessions.Port[row] = port;
+    sessions.CharacterName[row] = name;
+    sessions.CharacterRef[row] = ref;
+  }
+  const std::vector<std::string>& Items() { return memory.face.OpenModel()->Controls[1].Items; }
+};
+
+TEST_F(QuickConnectTest, ListsEachHostAndPortOnce) {
+  std::vector<std::string> items;
+  memory.loop.Idle = [&] {
+    items = Items();
+    memory.face.Will("Cancel    Esc");
+    return memory.face.AnswerDialog();
+  };
+  quick.Show();
+  EXPECT_EQ(items, (std::vector<std::string>{"Dale dale.example Port 4000", "Moor moor.example Port 23"}));
+  EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(QuickConnectTest, TypedHostAndPortGetOneRowHoweverOftenTheyAreUsed) {
+  for (int round = 0; round < 2; ++round) {
+    memory.face.Will({"Connect", {{3, "new.example"}, {5, "5000"}}, {}, {}});
+    quick.Show();
+  }
+  EXPECT_EQ(opened, (std::vector<int16>{4, 4}));
+  EXPECT_EQ(sessions.CharacterCount, 4);
+  EXPECT_EQ(sessions.MudName[4], "MUD");
+  EXPECT_EQ(sessions.CharacterName[4], "QUICKCONNECT");
+  EXPECT_EQ(sessions.HostName[4], "new.example");
+  EXPECT_EQ(sessions.Port[4], "5000");
+  EXPECT_EQ(sessions.CharacterRef[4], "");
+}
+
+TEST_F(QuickConnectTest, ARowOfTheListConnectsWithoutTyping) {
+  memory.face.Will({"Connect", {}, {{1, 1}}, {}});
+  quick.Show();
+  ASSERT_EQ(opened.size(), 1U);
+  EXPECT_EQ(sessions.HostName[opened[0]], "moor.example");
+  EXPECT_EQ(sessions.Port[opened[0]], "23");
+}
+
+TEST_F(QuickConnectTest, DeleteAsksAndBlanksEveryCharacterOfTheMud) {
+  int step = 0;
+  std::vector<std::string> after;
+  memory.loop.Idle = [&] {
+    DialogModel& model = *memory.face.OpenModel();
+    ++step;
+    if (step == 1) {
+      int16 key = keycode::Delete;
+      int16 shift = 0;
+      memory.face.OpenEvents()->DialogHappened(1, DialogEvent::KeyDown, key, shift);
+      return true;
+    }
+    if (model.Code == "MSGBOX") {
+      EXPECT_EQ(model.Title, "Delete Character");
+      EXPECT_EQ(model.Controls[0].Text,
+                "Are you sure you want to delete Dale dale.example and all characters used in this Mud?");
+      memory.face.Will("Yes");
+    } else {
+      after = Items();
+      memory.face.Will("Cancel    Esc");
+    }
+    return memory.face.AnswerDialog();
+  };
+  quick.Show();
+  EXPECT_EQ(after, (std::vector<std::string>{"Moor moor.example Port 23"}));
+  EXPECT_EQ(sessions.CharacterRef[1], "");
+  EXPECT_EQ(sessions.CharacterRef[2], "");
+  EXPECT_EQ(sessions.CharacterRef[3], "cid");
+  EXPECT_TRUE(memory.files.FileExists("/data/Character.mud"));
+}
+
+}  // namespace
+}  // namespace corvid
