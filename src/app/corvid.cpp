@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/corvid.h"
+
+#include "core/trap.h"
+
+namespace corvid {
+
+Corvid::Corvid(const Platform& outside)
+    : platform(outside),
+      upcalls{switchboard_, switchboard_, switchboard_, switchboard_, *this, switchboard_},
+      symbols(scriptState, switchboard_),
+      scanner(scriptState, optionsState, symbols, switchboard_, switchboard_),
+      expansion(scriptState, optionsState, symbols, functions, [this] { return platform.face.ClipboardText(); }),
+      buffers(bufferState, scriptState, optionsState, symbols, scanner, platform, upcalls),
+      saving(scriptState, sessionState, bufferState, optionsState, buffers, platform, upcalls),
+      userFolder(optionsState, scriptState, platform, upcalls),
+      characters(sessionState, optionsState, platform, upcalls),
+      output(scriptState, optionsState, sessionState, platform),
+      logs(optionsState, sessionState, platform),
+      receive(scriptState, optionsState, sessionState, output, logs, triggers, platform, upcalls),
+      sessions(scriptState, optionsState, sessionState, bufferState, symbols, scanner, buffers, saving, characters,
+               output, logs, receive, platform, upcalls),
+      timers(scriptState, optionsState, sessionState, bufferState, keyboardState, platform, upcalls),
+      dialog(platform, upcalls, speechState),
+      prompts(dialog, speechState, platform, upcalls),
+      speech(speechState, keyboardState, platform),
+      speechSettings(speechState, optionsState, dialog, speech, platform, upcalls),
+      keyboard({scriptState, optionsState, bufferState, sessionState, speechState, keyboardState}, symbols, scanner,
+               buffers, saving, timers, platform, upcalls),
+      errors(bufferState, scriptState, optionsState, platform, upcalls),
+      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, symbols,  scanner,
+             expansion,   buffers,      sessions,    output,       logs,          platform, upcalls},
+      dispatcher(house_),
+      start(*this) {
+  switchboard_.Commands = &dispatcher;
+  switchboard_.Errors = &errors;
+  switchboard_.Voice = &speech;
+  switchboard_.Questions = &prompts;
+  switchboard_.Jobs = &timers;
+  platform.sockets.SetEvents(&sessions);
+  platform.face.AttachEntry(bufferState.EntryBox);
+  platform.face.SetEvents(&keyboard);
+}
+
+Corvid::~Corvid() {
+  platform.face.SetEvents(nullptr);
+  platform.sockets.SetEvents(nullptr);
+}
+
+void Corvid::MaintainCharacters() {
+  upcalls.speaker.SpeakOut(
+      "The list of characters is not built yet. Type #CONNECT and the reference of a character, or start Corvid with "
+      "--practice.",
+      Channel::System, 0);
+}
+
+int16 Corvid::SelectScreenReader() {
+  return speechSettings.SelectScreenReader();
+}
+
+}  // namespace corvid

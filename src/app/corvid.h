@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main object: it owns all state, builds every routine object from the ground up, and stands in for the higher
+// floors towards the lower ones. Nothing else lives for the whole run.
+#pragma once
+
+#include <string>
+
+#include "app/start_order.h"
+#include "app/switchboard.h"
+#include "commands/dispatcher.h"
+#include "commands/errors.h"
+#include "dialogs/gen_dialog.h"
+#include "dialogs/prompts.h"
+#include "files/buffers.h"
+#include "files/saving.h"
+#include "files/user_folder.h"
+#include "input/keyboard.h"
+#include "script/expansion.h"
+#include "script/function_library.h"
+#include "script/scanner.h"
+#include "script/symbols.h"
+#include "sessions/session.h"
+#include "sessions/timers.h"
+#include "speech/speech.h"
+#include "speech/speech_settings.h"
+
+namespace corvid {
+
+class Corvid : public Screens {
+ public:
+  explicit Corvid(const Platform& platform);
+  ~Corvid() override;
+  Corvid(const Corvid&) = delete;
+  Corvid& operator=(const Corvid&) = delete;
+
+  bool Start(const StartRequest& request) { return start.Form_Load(request); }
+
+  // --- Screens ---
+  void MaintainCharacters() override;
+  int16 SelectScreenReader() override;
+  void quit(bool Mandatory) override { start.quit(Mandatory); }
+  void InitializeConfigs() override { saving.InitializeConfigs(); }
+  void SimulateEnter() override { keyboard.PressEnter(); }
+  void ShowWindowAt(int16 buffer, int32 caret) override { buffers.ShowBufferAt(buffer, caret); }
+
+  // --- state ---
+  Platform platform;
+  ScriptState scriptState;
+  OptionsState optionsState;
+  BufferState bufferState;
+  SessionState sessionState;
+  SpeechState speechState;
+  KeyboardState keyboardState;
+
+ private:
+  Switchboard switchboard_;
+
+ public:
+  Upcalls upcalls;
+
+  // --- routines, in floor order ---
+  Symbols symbols;
+  Scanner scanner;
+  NoFunctions functions;
+  Expansion expansion;
+  Buffers buffers;
+  Saving saving;
+  UserFolder userFolder;
+  CharacterFile characters;
+  OutputWindows output;
+  Logs logs;
+  NoLineTriggers triggers;
+  Receive receive;
+  Sessions sessions;
+  TimerRoutines timers;
+  GenDialog dialog;
+  Prompts prompts;
+  Speech speech;
+  SpeechSettings speechSettings;
+  Keyboard keyboard;
+  Errors errors;
+
+ private:
+  CommandHouse house_;
+
+ public:
+  Dispatcher dispatcher;
+  StartOrder start;
+};
+
+}  // namespace corvid

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/start_order.h"
+
+#include "app/corvid.h"
+#include "core/text.h"
+#include "core/trap.h"
+
+namespace corvid {
+
+namespace {
+
+constexpr int FirstTick = 500;  // milliseconds until Timer1's first job, so that the window has appeared
+
+constexpr const char* LeaveWarning =
+    "You are currently connected to the Mud. If you disconnect without first exiting the Mud normally, you may lose "
+    "your char's equipment or have ...";
+
+std::string MudPath(const SessionState& sessions, int16 Index, const std::string& ending) {
+  return sessions.MudFolder[Index] + sessions.SessionRef[Index] + ending;
+}
+
+}  // namespace
+
+bool StartOrder::Form_Load(const StartRequest& request) {
+  Corvid& c = corvid_;
+  Trap trap{c.upcalls.errors, "Form_Load"};
+  // What the other steps stand on: tables, the first slot, the buffers.
+  trap.Step([&] { c.symbols.LoadSystemVariables(); });
+  trap.Step([&] { c.sessions.ResizeConnections(0); });
+  trap.Step([&] { c.output.SelectOutputWindow(c.optionsState.ColourDisplay); });
+  c.buffers.ResizeBuffers(buffer::NewLines);
+  c.bufferState.CurrentBuffer = buffer::EntryLine;
+
+  if (!request.PracticePort.empty()) trap.Step([&] { PreparePractice(request.DataFolder); });
+  if (!c.userFolder.Choose(request.DataFolder)) return false;
+  trap.Step([&] { c.userFolder.SetFolders(); });
+  trap.Step([&] { c.saving.InitializeConfigs(); });
+  trap.Step([&] { c.output.SelectOutputWindow(c.optionsState.ColourDisplay); });
+  trap.Step([&] { c.output.ResizeForm(); });
+  trap.Step([&] { LoadCharacters(); });
+  if (!request.PracticePort.empty()) trap.Step([&] { AddPracticeCharacter(request.PracticePort); });
+  trap.Step([&] { LoadStartScripts(); });
+  trap.Step([&] { LoadFullImage(); });
+  trap.Step([&] { c.speechSettings.StartSpeech(); });
+  if (c.platform.events.Ending()) return false;
+  c.platform.face.ShowMain();
+  trap.Step([&] { c.sessions.UpdateTitle(); });
+  if (request.Connect.empty()) {
+    c.upcalls.jobs.StartTimer1(timeraction::OpenCharacters, FirstTick);
+  } else {
+    trap.Step([&] { ConnectAtOnce(request.Connect); });
+  }
+  return !c.platform.events.Ending();
+}
+
+// A newcomer is asked nothing: the practice game's own folder is filled from the shipped files, with speech set up.
+void StartOrder::PreparePractice(const std::string& folder) {
+  Corvid& c = corvid_;
+  if (folder.empty()) return;
+  Files& files = c.platform.files;
+  files.CreateFolder(folder);
+  std::string ErrorDescription;
+  if (!files.FileExists(folder + "/start.set"))
+    c.userFolder.MoveDataFolder(c.platform.places.AppFolder(), folder + "/", ErrorDescription);
+  if (!ErrorDescription.empty()) throw Fault(FaultKind::FileIo, ErrorDescription);
+  if (files.FileExists(folder + "/speech.ini")) return;
+  constexpr int16 OwnVoices = 3;
+  c.speechState.SpeechType = {0, OwnVoices, OwnVoices, OwnVoices, OwnVoices, OwnVoices, OwnVoices};
+  // Words of the game and words about it should differ by ear, and typing should never wait for either.
+  c.speechState.VoiceRate = {0, 2, 3, 2, 3, 3, 2};
+  c.optionsState.UserDataFolder = folder + "/";
+  c.speechSettings.SaveSpeech();
+}
+
+void StartOrder::LoadCharacters() {
+  Corvid& c = corvid_;
+  c.characters.ReadMudFile();
+  const SessionState& table = c.sessionState;
+  for (int16 row = 1; row <= table.CharacterCount; ++row)
+    if (table.CharacterName[row] == "QUICKCONNECT" && table.MudName[row] == "MUD")
+      c.sessionState.ConnectHost = table.HostName[row];
+}
+
+// The port is another one each time, so it is set anew; all else of the row is the player's.
+void StartOrder::AddPracticeCharacter(const std::string& port) {
+  SessionState& table = corvid_.sessionState;
+  int16 row = FindCharacter(table, "practice");
+  if (row == 0) {
+    row = AddCharacter(table);
+    table.MudName[row] = "Practice";
+    table.CharacterRef[row] = "practice";
+    table.CharacterName[row] = "practice";
+    table.Notes[row] = "The game that comes with Corvid. It runs on this computer alone.";
+  }
+  table.HostName[row] = "127.0.0.1";
+  table.Port[row] = port;
+}
+
+void StartOrder::LoadStartScripts() {
+  Corvid& c = corvid_;
+  int16 outchannel = CurrentSession;
+  const std::string path = c.optionsState.UserDataFolder + "start.set";
+  if (c.platform.files.FileExists(path)) c.buffers.LoadSet(path, 0, outchannel);
+  c.scriptState.DefiningBuffer = 0;
+}
+
+void StartOrder::LoadFullImage() {
+  Corvid& c = corvid_;
+  const std::string path = c.optionsState.UserDataFolder + "full.set";
+  if (!c.platform.files.FileExists(path)) return;
+  Prompter& ask = c.upcalls.prompter;
+  int16 outchannel = CurrentSession;
+  if (ask.MsgBox("Would you like to use the previously saved Full.set file?", box::YesNo, "Corvid") == box::ResultYes) {
+    c.buffers.LoadSet(path, 0, outchannel);
+  } else if (ask.MsgBox("Would you like to delete the previously saved Full.set file?", box::YesNo, "Delete") ==
+             box::ResultYes) {
+    c.platform.files.Remove(path);
+  }
+}
+
+void StartOrder::ConnectAtOnce(const std::string& reference) {
+  Corvid& c = corvid_;
+  int16 options = option::Interactive;
+  int16 outchannel = CurrentSession;
+  std::string ErrorDescription;
+  Parameters rvar;
+  c.scriptState.CommandDepth = 0;
+  c.upcalls.commands.ProcessCommand(c.optionsState.CommandChar + ("connect {" + reference + "}"), options,
+                                    ErrorDescription, rvar, outchannel);
+}
+
+bool StartOrder::MayDisconnect() {
+  Corvid& c = corvid_;
+  for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
+    if (!c.platform.sockets.Connected(Index)) continue;
+    if (c.upcalls.prompter.MsgBox(LeaveWarning, box::YesNo, "Disconnect Verification ") != box::ResultYes) return false;
+  }
+  return true;
+}
+
+void StartOrder::SaveCharacter(int16 Index) {
+  Corvid& c = corvid_;
+  const SessionState& sessions = c.sessionState;
+  const int16 owner = c.scriptState.SocketOwner[Index];
+  if (owner <= 0 || sessions.SessionRef[Index].empty()) return;
+  const std::string ref = sessions.SessionRef[Index];
+  const int16 flags = sessions.CharFlags[owner];
+  Prompter& ask = c.upcalls.prompter;
+  if ((flags & charflag::SimpleControl) != 0 &&
+      ask.MsgBox("Would you like to save any changes that you have made to " + ref + " or other settings?", box::YesNo,
+                 "Corvid") == box::ResultYes)
+    c.saving.WriteAltMethod(owner, MudPath(sessions, Index, "-char.set"), false);
+  if ((flags & charflag::KeepVariables) != 0) {
+    c.saving.SaveVariables(owner);
+    return;
+  }
+  const std::string variables = MudPath(sessions, Index, "-var.set");
+  if (!c.platform.files.FileExists(variables)) return;
+  if (ask.MsgBox("Would you like to save your variables again for " + ref + "?", box::YesNo, "Save Variables") ==
+      box::ResultYes) {
+    c.saving.SaveVariables(owner);
+  } else {
+    c.platform.files.Remove(variables);
+  }
+}
+
+void StartOrder::quit(bool Mandatory) {
+  Corvid& c = corvid_;
+  if (quitting_) return;
+  quitting_ = true;
+  if (!Mandatory && !MayDisconnect()) {
+    quitting_ = false;
+    return;
+  }
+  for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
+    Trap trap{c.upcalls.errors, "quit", {std::to_string(Index)}};
+    trap.Step([&] { SaveCharacter(Index); });
+  }
+  Form_Unload();
+  c.platform.events.End(0);
+}
+
+void StartOrder::Form_Unload() {
+  Corvid& c = corvid_;
+  for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
+    Trap trap{c.upcalls.errors, "Form_Unload", {std::to_string(Index)}};
+    trap.Step([&] {
+      if (!c.platform.sockets.Connected(Index)) return;
+      const int code = c.platform.sockets.Disconnect(Index);
+      if (code != 0) c.upcalls.errors.ShowError("Unable to disconnect. Error " + std::to_string(code));
+    });
+  }
+  c.logs.CloseAll();
+}
+
+}  // namespace corvid

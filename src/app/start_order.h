@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The beginning and the end of the program: what is loaded in which order, and what is asked and saved before it goes.
+#pragma once
+
+#include <string>
+
+#include "core/types.h"
+
+namespace corvid {
+
+class Corvid;
+
+struct StartRequest {
+  std::string DataFolder;    // empty: the stored one, or a new one
+  std::string Connect;       // reference to connect at once; empty: none
+  std::string PracticePort;  // port of the practice game on this machine; empty: none
+};
+
+class StartOrder {
+ public:
+  explicit StartOrder(Corvid& corvid) : corvid_(corvid) {}
+
+  // Builds the state in its fixed order and shows the main window. False: the program must end, and the player has been
+  // told why. May pump events.
+  bool Form_Load(const StartRequest& request);
+  // Ends the program. Unless Mandatory the player is asked about open connections and may refuse; scripts and variables
+  // are saved as each character wants it. May pump events.
+  void quit(bool Mandatory);
+  // Closes connections and logs. Each step runs, whatever the others do.
+  void Form_Unload();
+
+ private:
+  void PreparePractice(const std::string& folder);
+  void LoadCharacters();
+  void AddPracticeCharacter(const std::string& port);
+  void LoadStartScripts();
+  void LoadFullImage();
+  bool MayDisconnect();
+  void SaveCharacter(int16 Index);
+  void ConnectAtOnce(const std::string& reference);
+
+  Corvid& corvid_;
+  bool quitting_ = false;
+};
+
+}  // namespace corvid
