@@ -58,14 +58,30 @@ bool DialogDriver::Tell(int32 control, DialogEvent event) {
   return Tell(control, event, key, shift);
 }
 
+int32 DialogDriver::FirstFocus(const DialogModel& model) {
+  const auto count = static_cast<int32>(model.Controls.size());
+  const auto can = [&](int32 at) { return CanFocus(model.Controls[static_cast<std::size_t>(at)]); };
+  if (model.FirstFocus >= 0 && model.FirstFocus < count && can(model.FirstFocus)) return model.FirstFocus;
+  for (int32 i = 0; i < count; ++i)
+    if (can(i)) return i;
+  return -1;
+}
+
 void DialogDriver::Open(DialogModel& model, DialogEvents& events) {
+  Prepare(model, events);
+  TakeFirstFocus();
+}
+
+void DialogDriver::Prepare(DialogModel& model, DialogEvents& events) {
   ++serial_;
   model_ = &model;
   events_ = &events;
   focus_ = -1;
   swallow_ = true;  // the character of the key that opened it
-  const DialogControl* first = At(model.FirstFocus);
-  Focus(first != nullptr && CanFocus(*first) ? model.FirstFocus : Neighbour(-1, 1));
+}
+
+void DialogDriver::TakeFirstFocus() {
+  if (model_ != nullptr && focus_ < 0) Focus(FirstFocus(*model_));
 }
 
 void DialogDriver::Close() {

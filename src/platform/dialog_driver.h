@@ -23,8 +23,10 @@ class DialogDriver {
   // Without a clipboard Control-C, Control-X and Control-V do nothing.
   explicit DialogDriver(Clipboard clipboard = {});
 
-  // The four calls of DialogView. Open gives the first control its focus.
+  // The four calls of DialogView. Open is Prepare, after which the dialog can be looked at, and TakeFirstFocus.
   void Open(DialogModel& model, DialogEvents& events);
+  void Prepare(DialogModel& model, DialogEvents& events);
+  void TakeFirstFocus();
   void Close();
   void ControlChanged(int32 control);
   void Focus(int32 control);  // nothing happens when it cannot have the focus
@@ -53,6 +55,7 @@ class DialogDriver {
   void RequestClose();
 
   static bool CanFocus(const DialogControl& control);
+  static int32 FirstFocus(const DialogModel& model);  // place of the control that begins with the focus, -1 for none
 
  private:
   DialogControl* At(int32 control) const;

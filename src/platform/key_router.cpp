@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/key_router.h"
+
+#include <array>
+#include <utility>
+
+#include "core/keys.h"
+#include "platform/key_chars.h"
+
+namespace corvid {
+
+namespace {
+
+// Longer than any pause that a key handler makes between the halves of a key.
+constexpr std::int64_t PatienceMilliseconds = 100;
+
+constexpr std::array<int16, 3> ModifierKeys{keycode::Shift, keycode::Control, keycode::Alt};
+
+}  // namespace
+
+// Notes that a key is in work, and what was in work before when it is done.
+class KeyRouter::Work {
+ public:
+  explicit Work(KeyRouter& router)
+      : router_(router),
+        oldSerial_(std::exchange(router.workSerial_, router.dialog_.Serial())),
+        oldStart_(std::exchange(router.workStart_, router.clock_.MonotonicMilliseconds())) {
+    ++router_.working_;
+  }
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+  ~Work() {
+    --router_.working_;
+    router_.workSerial_ = oldSerial_;
+    router_.workStart_ = oldStart_;
+  }
+
+ private:
+  KeyRouter& router_;
+  unsigned oldSerial_;
+  std::int64_t oldStart_;
+};
+
+bool KeyRouter::Free() const {
+  return working_ == 0 || dialog_.Serial() != workSerial_ ||
+         clock_.MonotonicMilliseconds() - workStart_ >= PatienceMilliseconds;
+}
+
+void KeyRouter::KeyDown(int16 KeyCode) {
+  held_ = static_cast<int16>(held_ | ModifierBit(KeyCode));
+  target_ = dialog_.Serial();
+  if (dialog_.IsOpen()) {
+    dialog_.KeyDown(KeyCode, held_);
+  } else if (events_ != nullptr) {
+    events_->KeyDown(KeyCode, held_);
+  }
+}
+
+// The character goes where its key went, or nowhere: a key that closed a dialog must not type into the entry.
+void KeyRouter::KeyTyped(const std::string& character) {
+  if (target_ != dialog_.Serial()) return;
+  if (dialog_.IsOpen()) {
+    dialog_.KeyTyped(character);
+  } else if (events_ != nullptr) {
+    events_->KeyTyped(character);
+  }
+}
+
+void KeyRouter::KeyUp(int16 KeyCode) {
+  held_ = static_cast<int16>(held_ & ~ModifierBit(KeyCode));
+  if (dialog_.IsOpen()) {
+    dialog_.KeyUp(KeyCode, held_);
+  } else if (events_ != nullptr) {
+    events_->KeyUp(KeyCode, held_);
+  }
+}
+
+void KeyRouter::Down(int16 KeyCode) {
+  const Work work(*this);
+  KeyDown(KeyCode);
+}
+
+void KeyRouter::Up(int16 KeyCode) {
+  const Work work(*this);
+  KeyUp(KeyCode);
+}
+
+void KeyRouter::Press(int16 KeyCode, int16 Shift) {
+  const Work work(*this);
+  const int16 own = ModifierBit(KeyCode);
+  const auto missing = static_cast<int16>(Shift & ~held_ & ~own);
+  for (const int16 modifier : ModifierKeys)
+    if ((ModifierBit(modifier) & missing) != 0) KeyDown(modifier);
+  KeyDown(KeyCode);
+  const std::string character = CharacterOf(KeyCode, held_);
+  if (!character.empty()) KeyTyped(character);
+  KeyUp(KeyCode);
+  for (auto modifier = ModifierKeys.rbegin(); modifier != ModifierKeys.rend(); ++modifier)
+    if ((ModifierBit(*modifier) & missing) != 0) KeyUp(*modifier);
+}
+
+void KeyRouter::Type(const std::string& character) {
+  const Keystroke key = KeyOf(character);
+  if (key.KeyCode != CharacterKey) {
+    Press(key.KeyCode, key.Shift);
+    return;
+  }
+  const Work work(*this);
+  KeyDown(key.KeyCode);
+  KeyTyped(character);
+  KeyUp(key.KeyCode);
+}
+
+}  // namespace corvid

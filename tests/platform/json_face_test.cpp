@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The json face over pipes, with a small program behind it.
+#include "platform/qt/json_face.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <nlohmann/json.hpp>
+
+#include "core/keys.h"
+#include "platform/qt/clock.h"
+#include "platform/qt/json_request.h"
+
+namespace corvid {
+namespace {
+
+using Json = nlohmann::json;
+
+// A program of one entry, one viewport and one dialog: F5 asks, F6 waits, F7 speaks, Enter hands the line over.
+class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents {
+ public:
+  SmallProgram(QtEventLoop& eventLoop, JsonFace& jsonFace) : loop(eventLoop), face(jsonFace) {
+    face.SetEvents(this);
+    face.AttachEntry(entry);
+    face.AttachViewport(3, true, viewport);
+    face.ShowMain();
+  }
+  void KeyDown(int16 KeyCode, int16 Shift) override {
+    keys += "d" + std::to_string(KeyCode) + "/" + std::to_string(Shift) + " ";
+    if (KeyCode == keycode::F1 + 4) Ask();
+    if (KeyCode == keycode::F1 + 5) {
+      const auto end = clock.MonotonicMilliseconds() + 30;
+      while (clock.MonotonicMilliseconds() < end) loop.WaitEvents(5);
+    }
+  }
+  void KeyTyped(const std::string& character) override {
+    keys += "t" + character + " ";
+    if (character != "\r") return;
+    face.Engine().Speak(1, "heard " + entry.Text());
+    viewport.Append(entry.Text() + "\r\n");
+    viewport.Append("\xe9\r\n");
+    face.NoteSend(3, entry.Text());
+    entry.SetText("");
+  }
+  void KeyUp(int16 KeyCode, int16 Shift) override {
+    keys += "u" + std::to_string(KeyCode) + "/" + std::to_string(Shift) + " ";
+  }
+  void FocusChanged(MainFocus) override {}
+  bool CloseRequested() override { return mayClose; }
+
+  TextModel& OutputText() override { return viewport; }
+  std::vector<JsonSession> SessionList() const override { return {{3, "bob", "connected", true}}; }
+  JsonMenu MenuShown() const override { return {}; }
+  bool BufferShown(int16 number, std::string& name, std::string& text) const override {
+    name = "start.set";
+    text = "#VAR";
+    return number == 4;
+  }
+
+  void Ask() {
+    model = DialogModel{};
+    model.Code = "TEXTPROMPT";
+    model.Title = "Title";
+    DialogControl& box = model.Controls.emplace_back();
+    box.Kind = ControlKind::TextBox;
+    box.Caption = "Name?";
+    DialogControl& ok = model.Controls.emplace_back();
+    ok.Kind = ControlKind::Button;
+    ok.Text = ok.Caption = "OK";
+    ok.Default = true;
+    open = true;
+    face.Dialogs().OpenDialog(model, *this);
+    while (open && !loop.Ending()) loop.WaitEvents(-1);
+  }
+  void DialogHappened(int32, DialogEvent event, int16&, int16&) override {
+    if (event == DialogEvent::Click) DialogCloseRequested();
+  }
+  void DialogCloseRequested() override {
+    answer = model.Controls[0].Text;
+    open = false;
+    face.Dialogs().CloseDialog();
+  }
+
+  QtEventLoop& loop;
+  JsonFace& face;
+  SystemClock clock;
+  TextModel entry, viewport;
+  DialogModel model;
+  std::string keys, answer;
+  bool open = false;
+  bool mayClose = true;
+};
+
+class JsonFaceTest : public testing::Test {
+ protected:
+  // Feeds input, runs to its end, returns what was printed.
+  std::vector<Json> Run(const std::string& input, const std::string& events = "") {
+    std::array<int, 2> in{};
+    std::array<int, 2> out{};
+    EXPECT_EQ(pipe(in.data()), 0);
+    EXPECT_EQ(pipe(out.data()), 0);
+    fcntl(out[1], F_SETPIPE_SZ, 1 << 20);
+    EXPECT_EQ(write(in[1], input.data(), input.size()), static_cast<ssize_t>(input.size()));
+    close(in[1]);
+    int argc = 1;
+    std::string name = "test";
+    std::array<char*, 2> argv{name.data(), nullptr};
+    {
+      QtEventLoop loop(argc, argv.data());
+      const SystemClock clock;
+      JsonFace face(loop, clock, {events, in[0], out[1]});
+      SmallProgram program(loop, face);
+      program.mayClose = mayClose;
+      face.Start({&program, {}, [&] { loop.End(5); }});
+      face.NoteExit(loop.Run());
+      keys = program.keys;
+      answer = program.answer;
+    }
+    close(out[1]);
+    std::string text;
+    std::array<char, 4096> bytes{};
+    for (ssize_t count = 0; (count = read(out[0], bytes.data(), bytes.size())) > 0;)
+      text.append(bytes.data(), static_cast<std::size_t>(count));
+    close(in[0]);
+    close(out[0]);
+    std::vector<Json> lines;
+    for (std::size_t at = 0; at < text.size();) {
+      const std::size_t end = text.find('\n', at);
+      lines.push_back(Json::parse(text.substr(at, end - at)));
+      at = end + 1;
+    }
+    return lines;
+  }
+  static std::string Names(const std::vector<Json>& events) {
+    std::string names;
+    for (const Json& event : events) names += (names.empty() ? "" : " ") + event.at("event").get<std::string>();
+    return names;
+  }
+  std::string keys, answer;
+  bool mayClose = true;
+};
+
+TEST_F(JsonFaceTest, ALineGoesThroughTheKeyPath) {
+  const auto events = Run("{\"line\":\"look\"}\n");
+  EXPECT_EQ(Names(events), "speech display send ready exit");
+  EXPECT_EQ(events[0], Json::parse(R"({"event":"speech","channel":1,"text":"heard look","type":3})"));
+  EXPECT_EQ(events[1], Json::parse(R"({"event":"display","session":3,"text":"look\r\né\r\n"})"));
+  EXPECT_EQ(events[2], Json::parse(R"({"event":"send","session":3,"text":"look"})"));
+  EXPECT_EQ(events[3].at("handled"), 1);
+  EXPECT_EQ(events[4].at("code"), 5);
+  EXPECT_EQ(keys, "d13/0 t\r u13/0 ");
+}
+
+TEST_F(JsonFaceTest, KeysAreWholeWithTheirModifiers) {
+  Run("{\"key\":\"Control-Shift-a\"}\n{\"key\":\"Alt\"}\n{\"down\":\"Shift\"}\n{\"key\":\"a\"}\n{\"up\":\"Shift\"}\n");
+  EXPECT_EQ(keys, "d16/1 d17/3 d65/3 u65/3 u17/1 u16/0 d18/4 u18/0 d16/1 d65/1 tA u65/1 u16/0 ");
+}
+
+TEST_F(JsonFaceTest, TypingKeepsItsOrderThoughAHandlerPumps) {
+  Run("{\"key\":\"F6\"}\n{\"type\":\"a\xc3\xa9\"}\n");
+  EXPECT_EQ(keys, "d117/0 u117/0 d65/0 ta u65/0 d231/0 t\xc3\xa9 u231/0 ");
+}
+
+TEST_F(JsonFaceTest, ADialogIsDrivenByKeysAndItsCharacterStaysThere) {
+  const auto events = Run("{\"key\":\"F5\"}\n{\"type\":\"Ann\"}\n{\"get\":\"dialog\"}\n{\"key\":\"Enter\"}\n");
+  EXPECT_EQ(Names(events), "dialog focus state dialog-closed ready exit");
+  EXPECT_EQ(events[0].at("controls")[0], Json::parse(R"({"kind":"text","caption":"Name?","value":"","focus":true})"));
+  EXPECT_EQ(events[2].at("dialog").at("controls")[0].at("value"), "Ann");
+  EXPECT_EQ(answer, "Ann");
+  EXPECT_EQ(keys, "d116/0 u13/0 u116/0 ");  // no character of Enter
+}
+
+TEST_F(JsonFaceTest, ReadyNamesTheDialogThatWaits) {
+  const auto events = Run("{\"key\":\"F5\"}\n{\"wait\":0.02}\n");
+  EXPECT_EQ(Names(events), "dialog focus ready exit");
+  EXPECT_EQ(events[2].at("modal"), "TEXTPROMPT");
+}
+
+TEST_F(JsonFaceTest, CloseClosesTheDialogAndThenTheWindow) {
+  const auto events = Run("{\"key\":\"F5\"}\n{\"close\":true}\n{\"close\":true}\n{\"line\":\"never\"}\n");
+  EXPECT_EQ(Names(events), "dialog focus dialog-closed exit");
+  mayClose = false;
+  EXPECT_EQ(Names(Run("{\"close\":true}\n{\"get\":\"title\"}\n")), "state ready exit");
+}
+
+TEST_F(JsonFaceTest, StatesTellWhatIsThere) {
+  const auto events =
+      Run("{\"type\":\"x\"}\n{\"get\":\"sessions\"}\n{\"get\":\"buffer\",\"number\":4}\n{\"get\":\"focus\"}\n"
+          "{\"line\":\"abc\"}\n{\"select\":{\"window\":\"output\",\"start\":1,\"length\":2}}\n{\"get\":\"output\"}\n",
+          "none");
+  ASSERT_EQ(Names(events), "state state state state ready exit");
+  EXPECT_EQ(events[0].at("sessions")[0].at("reference"), "bob");
+  EXPECT_EQ(events[1].at("text"), "#VAR");
+  EXPECT_EQ(events[2].at("window"), "entry");
+  EXPECT_EQ(events[3].at("start"), 1);
+  EXPECT_EQ(events[3].at("length"), 2);
+  EXPECT_EQ(events[3].at("text"), "abc\r\n\xc3\xa9\r\n");
+}
+
+TEST_F(JsonFaceTest, BadLinesGetAnErrorAndNothingElse) {
+  const auto events = Run(
+      "nonsense\n[1]\n{}\n{\"key\":\"Hyper-Q\"}\n{\"wait\":-1}\n{\"wait\":1e300}\n{\"get\":\"moon\"}\n{\"line\":5}\n"
+      "{\"select\":{\"window\":\"entry\",\"start\":-1}}\n\xff\xfe\n\n{\"close\":false}");
+  EXPECT_EQ(Names(events), "error error error error error error error error error error error error ready exit");
+  EXPECT_EQ(keys, "");
+}
+
+TEST_F(JsonFaceTest, TheFilterLimitsWhatIsPrinted) {
+  EXPECT_EQ(Names(Run("{\"line\":\"x\"}\n", "speech, send")), "speech send ready exit");
+  EXPECT_EQ(JsonFace::UnknownEvents("speech,none, beep"), "");
+  EXPECT_EQ(JsonFace::UnknownEvents("speech,noise"), "noise");
+}
+
+TEST(JsonRequestTest, NamesOfKeys) {
+  EXPECT_EQ(ParseJsonRequest("{\"key\":\"control-home\"}").KeyCode, keycode::Home);
+  EXPECT_EQ(ParseJsonRequest("{\"key\":\"control-home\"}").Shift, ControlBit);
+  EXPECT_EQ(ParseJsonRequest("{\"down\":\"applications\"}").KeyCode, keycode::Applications);
+  const JsonRequest both = ParseJsonRequest("{\"key\":\"Shift-Alt\"}");
+  EXPECT_EQ(both.KeyCode, keycode::Alt);
+  EXPECT_EQ(both.Shift, ShiftBit);
+}
+
+}  // namespace
+}  // namespace corvid
