@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/espeak/synthesizer.h"
 
+#include <espeak-ng/espeak_ng.h>
 #include <espeak-ng/speak_lib.h>
 
 #include <algorithm>
@@ -43,22 +44,19 @@ int WordsPerMinute(int16 rate) {
   return static_cast<int>(std::lround(175.0 * std::pow(1.08, std::clamp<int16>(rate, -10, 21))));
 }
 
-Synthesizer::~Synthesizer() {
-  if (open_) espeak_Terminate();
-}
-
 std::string Synthesizer::Open() {
-  if (open_) return {};
-  // Without DONT_EXIT the library would end the program when its data is missing.
-  const int rate = espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, BlockMilliseconds, nullptr, espeakINITIALIZE_DONT_EXIT);
+  if (!voices_.empty()) return {};
+  // The library stays ready until the process ends: espeak_Terminate can wait for ever after a second start. A rate
+  // above 0 tells that an engine before this one has made it ready.
+  if (espeak_ng_GetSampleRate() <= 0) {
+    // Without DONT_EXIT the library would end the program when its data is missing.
+    espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, BlockMilliseconds, nullptr, espeakINITIALIZE_DONT_EXIT);
+  }
+  const int rate = espeak_ng_GetSampleRate();
   if (rate <= 0) return "The speech engine espeak-ng cannot start: its voice data is missing or damaged.";
-  open_ = true;
   espeak_SetSynthCallback(TakeSamples);
   if (rate == VoiceSampleRate) ListVoices();
-  if (!voices_.empty()) return {};
-  espeak_Terminate();
-  open_ = false;
-  return "The speech engine espeak-ng has no usable voices.";
+  return voices_.empty() ? "The speech engine espeak-ng has no usable voices." : "";
 }
 
 void Synthesizer::ListVoices() {

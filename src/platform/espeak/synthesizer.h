@@ -28,7 +28,6 @@ class Synthesizer {
   using Sink = std::function<bool(const int16* samples, std::size_t count)>;
 
   Synthesizer() = default;
-  ~Synthesizer();
   Synthesizer(const Synthesizer&) = delete;
   Synthesizer& operator=(const Synthesizer&) = delete;
 
@@ -42,7 +41,6 @@ class Synthesizer {
  private:
   void ListVoices();
 
-  bool open_ = false;
   std::vector<Voice> voices_;
   std::string current_;  // identifier of the voice that is set
 };

@@ -11,7 +11,7 @@
 namespace corvid {
 
 struct MixerSettings {
-  std::string device;     // name of the device; empty for the system's default
+  std::string device{};   // name of the device; empty for the system's default
   bool loopback = false;  // no device at all: Render hands out what would be heard
   int loopbackRate = VoiceSampleRate;
   int loopbackChannels = 1;  // 1 or 2
