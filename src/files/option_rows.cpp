@@ -6,6 +6,7 @@
 
 #include "core/number.h"
 #include "core/text.h"
+#include "files/script_value.h"
 
 namespace corvid {
 
@@ -156,6 +157,11 @@ std::string TerminatorText(std::string_view terminator) {
   return result;
 }
 
+// The first character is always escaped; nearly always it is the only one that needs it.
+std::string EscapedText(const std::string& text, const OptionsState& options) {
+  return options.EscapeChar + text.substr(0, 1) + (text.empty() ? "" : ScriptValue(text.substr(1), options));
+}
+
 std::string PlainText(const OptionRow& row, const OptionValue& value) {
   if (row.Type == OptionType::Truth) return value.Number != 0 ? "True" : "False";
   if (row.Type == Number || row.Type == ArtLevel) return NumberText(value.Number);
@@ -257,7 +263,7 @@ std::string OptionTable::SavedLine(const OptionRow& row, const OptionsState& opt
   std::string line(row.SaveWords);
   switch (row.Form) {
     case Form::EscapedBraces:
-      return line + "{" + escape + value.Text + "}";
+      return line + "{" + EscapedText(value.Text, options) + "}";
     case Form::EscapeTwice:
       return line + "{" + escape + escape + "}";
     case Form::Terminator:
@@ -265,7 +271,7 @@ std::string OptionTable::SavedLine(const OptionRow& row, const OptionsState& opt
     case Form::PrintedNumber:
       return line + PrintedNumber(value.Number);
     case Form::Braces:
-      return line + "{" + value.Text + "}";
+      return line + "{" + ScriptValue(value.Text, options) + "}";
     case Form::Plain:
       return line + PlainText(row, value);
     case Form::None:

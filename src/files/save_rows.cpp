@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The lines that make definitions again: one writer a table.
-#include <string_view>
-
 #include "core/keys.h"
-#include "core/text.h"
 #include "files/saving.h"
+#include "files/script_value.h"
 
 namespace corvid {
 
@@ -18,28 +16,6 @@ std::string Braced(const std::string& text) {
 }
 std::string ClassPart(const std::string& name) {
   return name.empty() ? "" : " " + Braced(name);
-}
-
-bool StandsAt(std::string_view text, std::size_t place, std::string_view piece) {
-  return text.compare(place, piece.size(), piece) == 0;
-}
-
-// True for nearly every value: nothing in it is read as more than itself between the braces of a saved line.
-bool ReadsBackAsItIs(const std::string& value, const OptionsState& options) {
-  int depth = 0;
-  bool lineStart = false;
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const char c = value[i];
-    if (c == options.EscapeChar || c == options.VariableChar) return false;
-    if (StandsAt(value, i, options.EndOfLineCommentChar)) return false;
-    if (lineStart && c == options.CommentChar) return false;
-    const char next = i + 1 < value.size() ? value[i + 1] : ' ';
-    if (c == '%' && (IsLetter(next) || IsDigit(next) || next == '{' || next == '(')) return false;
-    depth += c == '{' ? 1 : c == '}' ? -1 : 0;
-    if (depth < 0) return false;
-    lineStart = c == '\n' || c == '\r' || (lineStart && c == ' ');
-  }
-  return depth == 0;
 }
 
 }  // namespace
@@ -59,30 +35,13 @@ std::string Saving::CommandStart(OwnerId Owner) const {
   return std::string(1, options_.CommandChar) + (Owner == 0 ? "G" : "");
 }
 
-// A value may be anything, a game's text among it. Where braces, comments, escapes or expansions in it would make the
-// line mean something else (or run as a command), the characters are escaped; the load takes the escapes away again.
-std::string Saving::ValueText(const std::string& value) const {
-  if (ReadsBackAsItIs(value, options_)) return value;
-  const std::string marks{'{', '}', '%', options_.VariableChar, options_.EscapeChar};
-  std::string result;
-  bool lineStart = false;
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const bool comment =
-        StandsAt(value, i, options_.EndOfLineCommentChar) || (lineStart && value[i] == options_.CommentChar);
-    if (comment || marks.find(value[i]) != std::string::npos) result += options_.EscapeChar;
-    result += value[i];
-    lineStart = value[i] == '\n' || value[i] == '\r' || (lineStart && value[i] == ' ');
-  }
-  return result;
-}
-
 // Kept: a default is written in both places, so that it becomes the value as well.
 void Saving::SaveVariableRows(bool defaultsOnly, OwnerId Owner, std::string& text) const {
   for (int32 row = 1; row <= script_.VariableCount; ++row) {
     if (script_.VariableOwners[row] != Owner || script_.VariableNames[row].empty()) continue;
-    const std::string standard = ValueText(script_.VariableDefaults[row]);
+    const std::string standard = ScriptValue(script_.VariableDefaults[row], options_);
     if (defaultsOnly && standard.empty()) continue;
-    const std::string value = defaultsOnly ? standard : ValueText(script_.VariableValues[row]);
+    const std::string value = defaultsOnly ? standard : ScriptValue(script_.VariableValues[row], options_);
     text += CommandStart(Owner) + "Var " + script_.VariableNames[row] + " " + Braced(value) + " " + Braced(standard) +
             "\r\n";
   }

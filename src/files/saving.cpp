@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/saving.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "core/fault.h"
@@ -20,15 +21,17 @@ constexpr std::string_view FolderNote =
 constexpr int16 DefaultMinLength = 20;
 constexpr int16 DefaultPercent = 70;
 
-// Character in front of the words, and the two codes behind the brace, of a line like "#Configure CommandChar {~#}".
+// A line like "#Configure CommandChar {~#}": the character in front of the words, the one behind the brace, and what
+// follows that one up to the last brace.
 struct CharacterLine {
-  char First = 0, Second = 0, Third = 0;
+  char First = 0, Escape = 0;
+  std::string Value;
 };
 
 std::optional<CharacterLine> ReadCharacterLine(std::string_view line, std::string_view words) {
   if (line.size() < words.size() + 2 || !SameText(line.substr(1, words.size()), words)) return std::nullopt;
   const std::string_view value = line.substr(words.size() + 1);
-  return CharacterLine{line[0], value[0], value.size() > 1 ? value[1] : '\0'};
+  return CharacterLine{line[0], value[0], std::string(value.substr(1, std::max<std::size_t>(value.rfind('}'), 1) - 1))};
 }
 
 std::string_view LineOf(std::string_view text, std::size_t number) {
@@ -73,7 +76,7 @@ void Saving::InitializeConfigs() {
 }
 
 // The file begins with the characters it was written with; without them a changed command character could never be
-// read back. A command character that has been the comment character needs the file's comment character as well.
+// read back. One that is the comment character or the separator by default needs the file's own for these as well.
 void Saving::TakeReadingCharacters(const std::string& path) {
   std::string text;
   try {
@@ -81,14 +84,20 @@ void Saving::TakeReadingCharacters(const std::string& path) {
   } catch (const Fault&) {
     return;  // the load that follows tells it
   }
-  constexpr std::size_t commandLine = 1, escapeLine = 2, commentLine = 6;
+  constexpr std::size_t commandLine = 1, escapeLine = 2, separatorLine = 3, commentLine = 6;
   const auto command = ReadCharacterLine(LineOf(text, commandLine), "Configure CommandChar {");
   if (!command) return;
   const auto escape = ReadCharacterLine(LineOf(text, escapeLine), "Configure EscapeChar {");
+  const auto separator = ReadCharacterLine(LineOf(text, separatorLine), "Configure CommandSeparator {");
   const auto comment = ReadCharacterLine(LineOf(text, commentLine), "Configure CommentChar {");
   options_.CommandChar = command->First;
-  if (escape && escape->First == command->First) options_.EscapeChar = escape->Second;
-  if (comment && options_.CommentChar == options_.CommandChar) options_.CommentChar = comment->Third;
+  if (escape && escape->First == command->First) options_.EscapeChar = escape->Escape;
+  if (separator && options_.CommandSeparator.find(command->First) != std::string::npos) {
+    options_.CommandSeparator = separator->Value;
+  }
+  if (comment && !comment->Value.empty() && options_.CommentChar == command->First) {
+    options_.CommentChar = comment->Value[0];
+  }
 }
 
 bool Saving::WriteFile(const std::string& filename, const std::string& text) {

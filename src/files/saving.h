@@ -59,7 +59,6 @@ class Saving {
   void SaveDirections(OwnerId Owner, std::string& text) const;
   void SaveClasses(OwnerId Owner, std::string& text) const;
   std::string CommandStart(OwnerId Owner) const;  // command character, and "G" for everybody's definitions
-  std::string ValueText(const std::string& value) const;
   void TakeReadingCharacters(const std::string& path);
   bool WriteFile(const std::string& filename, const std::string& text);
 

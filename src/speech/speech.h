@@ -50,7 +50,7 @@ class Speech : public Speaker {
 
   // Speaks a phrase character by character on a channel, 0.4 seconds apart; a key press ends it. LastSpoken stays.
   // Pumps events between characters.
-  void SpellWord(const std::string& phrase, int16 WType);
+  void SpellWord(const std::string& phrase, int16 WType) override;
 
  private:
   bool EngineReady();  // these two tell the player when it does not work; the next two do not
