@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+class QCoreApplication;
+
+namespace corvid {
+
+// The application object of a program with windows; sets what a screen reader needs to find them. To be made first in
+// main, before QtEventLoop, and destroyed last. argc and argv must live as long. Without a display Qt ends the process:
+// ask HasDisplay before.
+std::unique_ptr<QCoreApplication> MakeDesktopApplication(int& argc, char** argv);
+
+// True when a screen can be expected: a display of X or Wayland, or a platform named by the environment.
+bool HasDisplay();
+
+}  // namespace corvid
