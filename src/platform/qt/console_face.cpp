@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/qt/console_face.h"
+
+#include <QAbstractEventDispatcher>
+#include <csignal>
+#include <utility>
+#include <vector>
+
+#include "core/keys.h"
+#include "core/text.h"
+#include "platform/key_chars.h"
+#include "platform/key_router.h"
+#include "platform/qt/console_dialog.h"
+#include "platform/qt/console_output.h"
+#include "platform/qt/line_input.h"
+#include "platform/qt/program_start.h"
+
+namespace corvid {
+
+namespace {
+
+constexpr std::size_t MissedCodes = 2000;  // kept of what comes to a window that is not shown
+
+// Prints what comes to the window that is shown, and what was missed of one that is shown anew.
+class WindowWatch : public TextObserver {
+ public:
+  explicit WindowWatch(ConsoleOutput& output) : output_(output) {}
+
+  void TextInserted(const TextModel& model, int32, std::string_view text, int32, bool) override {
+    if (model.Visible()) {
+      output_.Stream(text);
+      return;
+    }
+    missed_ += text;
+    if (missed_.size() <= 2 * MissedCodes) return;
+    missed_.erase(0, missed_.size() - MissedCodes);
+    missed_.erase(0, missed_.find('\n') + 1);  // from a whole line on, where there is one
+  }
+  void TextRemoved(const TextModel&, int32, std::string_view) override {}
+  void SelectionMoved(const TextModel&) override {}
+  void StateChanged(const TextModel& model) override {
+    if (model.Visible() && !missed_.empty()) output_.Stream(std::exchange(missed_, {}));
+  }
+
+ private:
+  ConsoleOutput& output_;
+  std::string missed_;
+};
+
+}  // namespace
+
+struct ConsoleFace::Parts {
+  Parts(const Clock& clock, int in, int out)
+      : output(out),
+        dialog(output),
+        keys(dialog.Driver(), clock),
+        input(in, {[this](const std::string& line) { Handle(line); },
+                   [this] { output.Line("That line was too long and is dropped."); }, [this] { Quit(); },
+                   [this] { return keys.Free() && !(hooks.JobDue && hooks.JobDue()); }}) {
+    auto* dispatcher = QAbstractEventDispatcher::instance();
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &context, [this] { Flush(); });
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &context, [this] { Flush(); });
+  }
+
+  void Quit() {
+    if (hooks.Quit) hooks.Quit();
+  }
+
+  void Flush() {
+    if (output.Flush() || std::exchange(broken, true)) return;
+    QMetaObject::invokeMethod(
+        &context, [this] { Quit(); }, Qt::QueuedConnection);
+  }
+
+  void Handle(const std::string& line) {
+    output.Typed();
+    if (dialog.IsOpen()) {
+      dialog.Answer(line);
+    } else if (StartsWithText(line, "/key ")) {
+      PressNamed(Trim(line.substr(5)));
+    } else if (entry != nullptr) {
+      ChangeFocus(MainFocus::Entry);
+      entry->SetSelStart(entry->Length());
+      entry->SetSelText(StartsWithText(line, "//key") ? line.substr(1) : line);
+      keys.Press(keycode::Enter, 0);
+    }
+  }
+
+  // A line cannot hold a function key, so it is pressed by its name.
+  void PressNamed(const std::string& name) {
+    int16 shift = 0;
+    int16 code = LoneKey(name);
+    if (code == 0) ParseKeystroke(name, shift, code);
+    if (code > 0) {
+      keys.Press(code, shift);
+    } else {
+      output.Line("\"" + name + "\" is no key name.");
+    }
+  }
+
+  void ChangeFocus(MainFocus wanted) {
+    if (wanted == focus) return;
+    focus = wanted;
+    if (events != nullptr) events->FocusChanged(focus);
+  }
+
+  ConsoleOutput output;
+  ConsoleDialog dialog;
+  KeyRouter keys;
+  LineInput input;
+  Hooks hooks;
+  FaceEvents* events = nullptr;
+  TextModel* entry = nullptr;
+  std::vector<std::unique_ptr<WindowWatch>> watches;
+  MainFocus focus = MainFocus::Entry;
+  std::string title, entryLabel, clipboard;
+  bool shown = false;
+  bool broken = false;
+  QObject context;  // declared last: its queued calls die before the rest
+};
+
+ConsoleFace::ConsoleFace(QtEventLoop& /*loop*/, const Clock& clock, int input, int output)
+    : parts_(std::make_unique<Parts>(clock, input, output)) {
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is an end of input, not the death of the sessions
+}
+
+ConsoleFace::~ConsoleFace() = default;
+
+void ConsoleFace::Start(Hooks hooks) {
+  parts_->hooks = std::move(hooks);
+  parts_->input.Start();
+}
+
+void ConsoleFace::Finish() {
+  parts_->output.Flush();
+}
+
+void ConsoleFace::SetEvents(FaceEvents* events) {
+  parts_->events = events;
+  parts_->keys.SetEvents(events);
+}
+
+DialogView& ConsoleFace::Dialogs() {
+  return parts_->dialog;
+}
+void ConsoleFace::AttachEntry(TextModel& entry) {
+  parts_->entry = &entry;
+}
+
+void ConsoleFace::AttachViewport(int16 /*Index*/, bool /*colour*/, TextModel& viewport) {
+  parts_->watches.push_back(std::make_unique<WindowWatch>(parts_->output));
+  viewport.SetObserver(parts_->watches.back().get());
+}
+
+void ConsoleFace::ShowMain() {
+  parts_->shown = true;
+}
+bool ConsoleFace::MainShown() const {
+  return parts_->shown;
+}
+
+void ConsoleFace::SetTitle(const std::string& title) {
+  if (title == parts_->title) return;
+  parts_->title = title;
+  parts_->output.Line("=== " + title);
+}
+
+void ConsoleFace::SetFocus(MainFocus focus) {
+  parts_->ChangeFocus(focus);
+}
+MainFocus ConsoleFace::Focus() const {
+  return parts_->focus;
+}
+
+void ConsoleFace::SetEntryLabel(const std::string& label) {
+  if (label == parts_->entryLabel) return;
+  if (!parts_->entryLabel.empty()) parts_->output.Line("Typing into: " + label);
+  parts_->entryLabel = label;
+}
+
+void ConsoleFace::Beep() {
+  parts_->output.Bell();
+}
+std::string ConsoleFace::ClipboardText() {
+  return parts_->clipboard;
+}
+void ConsoleFace::SetClipboardText(const std::string& text) {
+  parts_->clipboard = text;
+}
+
+void ConsoleFace::StartProgram(const std::string& program, const std::string& file) {
+  StartDetachedProgram(program, file, Terminal::None);
+}
+
+void ConsoleFace::Notice(const std::string& text) {
+  parts_->output.Line(text);
+}
+
+}  // namespace corvid

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The console face over pipes: what is typed and what is read.
+#include "platform/qt/console_face.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+
+#include "platform/qt/clock.h"
+#include "platform/qt/console_output.h"
+#include "platform/qt/program_start.h"
+
+namespace corvid {
+namespace {
+
+// "ask" opens the dialog that the test has made, any other line comes back.
+class EchoProgram : public FaceEvents, public DialogEvents {
+ public:
+  EchoProgram(QtEventLoop& eventLoop, ConsoleFace& consoleFace, DialogModel dialog)
+      : loop(eventLoop), face(consoleFace), model(std::move(dialog)) {
+    face.SetEvents(this);
+    face.AttachEntry(entry);
+    hidden.SetVisible(false);
+    face.AttachViewport(0, true, shown);
+    face.AttachViewport(1, true, hidden);
+    face.ShowMain();
+    face.SetTitle("Corvid");
+  }
+  void KeyDown(int16 KeyCode, int16 Shift) override {
+    if (KeyCode != 13) shown.Append("key " + std::to_string(KeyCode) + "/" + std::to_string(Shift) + "\r\n");
+  }
+  void KeyTyped(const std::string& character) override {
+    if (character != "\r") return;
+    const std::string line = entry.Text();
+    entry.SetText("");
+    if (line == "ask") {
+      Ask();
+    } else if (line == "switch") {
+      hidden.Append("missed\r\n");
+      shown.SetVisible(false);
+      hidden.SetVisible(true);
+    } else {
+      shown.Append("You say: " + line + "\x07\x1b[31m\r\n");
+    }
+  }
+  void KeyUp(int16, int16) override {}
+  void FocusChanged(MainFocus) override {}
+  bool CloseRequested() override { return true; }
+
+  void Ask() {
+    open = true;
+    face.Dialogs().OpenDialog(model, *this);
+    while (open && !loop.Ending()) loop.WaitEvents(-1);
+  }
+  void DialogHappened(int32 control, DialogEvent event, int16&, int16&) override {
+    if (event != DialogEvent::Click) return;
+    const DialogControl& met = model.Controls[static_cast<std::size_t>(control)];
+    if (met.Kind != ControlKind::Button || met.Text == "Repeat") return;
+    for (const DialogControl& each : model.Controls) {
+      if (each.Kind == ControlKind::TextBox || each.Kind == ControlKind::Box) result += "[" + each.Text + "]";
+      if (each.Kind == ControlKind::List) result += "[" + std::to_string(each.ListIndex) + "]";
+      if (each.Kind == ControlKind::Check || each.Kind == ControlKind::Option || each.Kind == ControlKind::Scroll)
+        result += "[" + std::to_string(each.Value) + "]";
+      for (const bool mark : each.Selected) result += mark ? "+" : "-";
+    }
+    result += met.Text;
+    DialogCloseRequested();
+  }
+  void DialogCloseRequested() override {
+    open = false;
+    face.Dialogs().CloseDialog();
+  }
+
+  QtEventLoop& loop;
+  ConsoleFace& face;
+  TextModel entry, shown, hidden;
+  DialogModel model;
+  std::string result;
+  bool open = false;
+};
+
+class ConsoleFaceTest : public testing::Test {
+ protected:
+  DialogControl& Add(ControlKind kind, const std::string& caption = "") {
+    DialogControl& control = model.Controls.emplace_back();
+    control.Kind = kind;
+    control.Caption = caption;
+    if (kind == ControlKind::Button || kind == ControlKind::Label) control.Text = caption;
+    return control;
+  }
+  void AddButtons() {
+    Add(ControlKind::Button, "OK").Default = true;
+    Add(ControlKind::Button, "Cancel").Cancel = true;
+  }
+  std::string Run(const std::string& input) {
+    std::array<int, 2> in{};
+    std::array<int, 2> out{};
+    EXPECT_EQ(pipe(in.data()), 0);
+    EXPECT_EQ(pipe(out.data()), 0);
+    EXPECT_EQ(write(in[1], input.data(), input.size()), static_cast<ssize_t>(input.size()));
+    close(in[1]);
+    int argc = 1;
+    std::string name = "test";
+    std::array<char*, 2> argv{name.data(), nullptr};
+    {
+      QtEventLoop loop(argc, argv.data());
+      const SystemClock clock;
+      ConsoleFace face(loop, clock, in[0], out[1]);
+      EchoProgram program(loop, face, model);
+      face.Start({{}, [&] { loop.End(0); }});
+      loop.Run();
+      face.Finish();
+      result = program.result;
+    }
+    close(out[1]);
+    std::string text;
+    std::array<char, 4096> bytes{};
+    for (ssize_t count = 0; (count = read(out[0], bytes.data(), bytes.size())) > 0;)
+      text.append(bytes.data(), static_cast<std::size_t>(count));
+    close(in[0]);
+    close(out[0]);
+    return text;
+  }
+  DialogModel model;
+  std::string result;
+};
+
+TEST_F(ConsoleFaceTest, LinesGoInAndWindowTextComesOutPlain) {
+  EXPECT_EQ(Run("hello\n"), "=== Corvid\nYou say: hello[31m\n");
+}
+
+TEST_F(ConsoleFaceTest, KeysArePressedByName) {
+  EXPECT_EQ(Run("/key Control-F5\n/key Nonsense\n//key F1\n"),
+            "=== Corvid\nkey 17/2\nkey 116/2\n\"Nonsense\" is no key name.\nYou say: /key F1[31m\n");
+}
+
+TEST_F(ConsoleFaceTest, AWindowShownAnewTellsWhatWasMissed) {
+  EXPECT_EQ(Run("switch\n"), "=== Corvid\nmissed\n");
+}
+
+TEST_F(ConsoleFaceTest, OneQuestionIsAnsweredByOneLine) {
+  model.Title = "Key";
+  Add(ControlKind::Label, "Name?");
+  Add(ControlKind::TextBox, "Name?").Text = "old";
+  AddButtons();
+  EXPECT_EQ(Run("ask\nF5\nnext\n"),
+            "=== Corvid\n--- Key ---\n(Enter keeps what is there, /c cancels, /? tells all again and how to answer.)\n"
+            "1. Name? (old)\nYou say: next[31m\n");
+  EXPECT_EQ(result, "[F5]OK");
+  Run("ask\n\n");
+  EXPECT_EQ(result, "[old]OK");
+  Run("ask\n/c\n");
+  EXPECT_EQ(result, "[old]Cancel");
+  Run("ask\n//c\n");
+  EXPECT_EQ(result, "[/c]OK");
+}
+
+TEST_F(ConsoleFaceTest, AMessageAsksForAButton) {
+  model.Title = "Quit";
+  Add(ControlKind::Label, "Really?");
+  Add(ControlKind::Button, "Yes");
+  Add(ControlKind::Button, "No").Default = true;
+  Add(ControlKind::Button, "Repeat");
+  const std::string text = Run("ask\nr\nx\n1\n");
+  EXPECT_NE(text.find("--- Quit ---\nReally?\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("1 Yes, 2 No (Enter), 3 Repeat?\n1 Yes, 2 No (Enter), 3 Repeat?\nWhich button?\n"),
+            std::string::npos)
+      << text;
+  EXPECT_EQ(result, "Yes");
+  Run("ask\n\n");
+  EXPECT_EQ(result, "No");
+  Run("ask\n/c\ny\n");
+  EXPECT_EQ(result, "Yes");
+}
+
+TEST_F(ConsoleFaceTest, EveryKindOfControlCanBeAnswered) {
+  model.Title = "All";
+  Add(ControlKind::TextBox, "Name");
+  Add(ControlKind::List, "Row").Items = {"apple", "banana", "berry"};
+  DialogControl& marks = Add(ControlKind::List, "Marks");
+  marks.Items = {"a", "b", "c"};
+  marks.MultiSelect = true;
+  Add(ControlKind::Check, "Echo");
+  Add(ControlKind::Option, "One").Value = 1;
+  Add(ControlKind::Option, "Two");
+  DialogControl& bar = Add(ControlKind::Scroll, "Rate");
+  bar.Min = -10;
+  bar.Max = 21;
+  Add(ControlKind::Box, "Notes");
+  AddButtons();
+  const std::string text = Run("ask\nBob\nb\nban\n1 3\ny\n2\n22\n21\nfirst\nsecond\n.\n\n");
+  EXPECT_EQ(result, "[Bob][1][2]+-+[1][0][1][21][first\r\nsecond]OK") << text;
+  EXPECT_NE(text.find("\"b\" is no answer here."), std::string::npos) << text;
+  EXPECT_NE(text.find("\"22\" is no answer here."), std::string::npos) << text;
+  Run("ask\n/4\nyes\n/b\ncancel\n");
+  EXPECT_EQ(result, "[][-1][-1][1][1][0][0][]Cancel");
+}
+
+TEST_F(ConsoleFaceTest, LongListsComeInPieces) {
+  model.Title = "Pick";
+  DialogControl& list = Add(ControlKind::List, "Row");
+  for (int i = 1; i <= 45; ++i) list.Items.push_back("item " + std::to_string(i));
+  AddButtons();
+  const std::string text = Run("ask\n/m\n33\n");
+  EXPECT_EQ(result, "[32]OK");
+  EXPECT_NE(text.find("20 item 20\n/m shows more.\nRow?\n21 item 21\n"), std::string::npos) << text;
+  EXPECT_EQ(text.find("item 41"), std::string::npos);
+}
+
+TEST_F(ConsoleFaceTest, ADialogWithNothingToAnswerIsClosedByAnyLine) {
+  Add(ControlKind::Label, "Words");
+  EXPECT_NE(Run("ask\n\nnext\n").find("You say: next"), std::string::npos);
+}
+
+TEST_F(ConsoleFaceTest, TheInputMayEndInADialog) {
+  Add(ControlKind::TextBox, "Name");
+  AddButtons();
+  Run("ask\n/?\n");
+  EXPECT_EQ(result, "");
+}
+
+TEST(PlainTextTest, NothingCommandsTheTerminal) {
+  EXPECT_EQ(PlainText("a\r\nb\rc\n\x1b[2J\x07\x08\x7f\xc2\x9b\x01\t|"), "a\nb\nc\n[2J\t|");
+  EXPECT_EQ(PlainText("\xe9 \xc3\xa9 \xe2\x82"), "\xc3\xa9 \xc3\xa9 \xc3\xa2\xe2\x80\x9a");
+}
+
+TEST(ProgramCommandTest, TheDefaultEditorIsThePlayers) {
+  using Words = std::vector<std::string>;
+  std::string visual;
+  std::string editor;
+  const auto environment = [&](const std::string& name) { return name == "VISUAL" ? visual : editor; };
+  const auto all = [](const std::string&) { return true; };
+  const auto none = [](const std::string&) { return false; };
+  EXPECT_EQ(ProgramCommand("Notepad.exe ", "a.set", Terminal::Own, environment, all), (Words{"xdg-open", "a.set"}));
+  editor = "nano -w";
+  EXPECT_EQ(ProgramCommand("Notepad.exe ", "a.set", Terminal::Own, environment, all),
+            (Words{"x-terminal-emulator", "-e", "nano", "-w", "a.set"}));
+  EXPECT_EQ(ProgramCommand("Notepad.exe ", "a.set", Terminal::None, environment, all), Words{});
+  visual = "gedit";
+  EXPECT_EQ(ProgramCommand("notepad.exe", "a.set", Terminal::Own, environment, all), (Words{"gedit", "a.set"}));
+  EXPECT_EQ(ProgramCommand("\"my editor\" -x", "a b", Terminal::Own, environment, all),
+            (Words{"my editor", "-x", "a b"}));
+  EXPECT_EQ(ProgramCommand("kate", "a", Terminal::Own, environment, none), Words{});
+}
+
+}  // namespace
+}  // namespace corvid
