@@ -360,8 +360,7 @@ TEST(CloseBuffer, TakesTheDefinitionsAwayAndFreesTheSlot) {
 
 TEST(CloseBuffer, RefusesTheFirstThreeAndWhatIsNotOpen) {
   FilesHouse house;
-  for (const int number : {-1, 0, 1, 2, 3, 4, 99})
-    EXPECT_FALSE(house.buffers.CloseBuffer(static_cast<int16>(number)));
+  for (const int number : {-1, 0, 1, 2, 3, 4, 99}) EXPECT_FALSE(house.buffers.CloseBuffer(static_cast<int16>(number)));
   EXPECT_EQ(house.state.BufferCount, 3);
 }
 

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The speech floor over the in-memory platform, with real dialogs.
+#pragma once
+
+#include "dialogs/gen_dialog.h"
+#include "dialogs/prompts.h"
+#include "platform/memory/memory_platform.h"
+#include "speech/speech.h"
+#include "speech/speech_settings.h"
+#include "support_upcalls.h"
+
+namespace corvid::testing_speech {
+
+using Texts = std::vector<std::string>;
+
+struct SpeechHouse {
+  SpeechHouse() {
+    options.UserDataFolder = "/data/";
+    mem.files.CreateFolder("/data");
+  }
+  Texts Told(const std::string& kind) { return mem.effects.Of(kind); }
+  void AllChannels(int16 type) {
+    for (std::size_t channel = 1; channel <= 6; ++channel) state.SpeechType[channel] = type;
+    speech.SpeakWhateverWorks(false);
+  }
+  void ReadyBoth() {  // both ways to speak have been used once
+    speech.Speak("x", 1, 1);
+    speech.Speak("x", 3, 1);
+    mem.effects.Clear();
+  }
+
+  MemoryPlatform mem;
+  SpeechState state;
+  KeyboardState keyboard;
+  OptionsState options;
+  Platform platform = mem.All();
+  Speech speech{state, keyboard, platform};
+  RecordingRunner runner{mem.effects};
+  RecordingErrors errors{mem.effects};
+  RecordingScreens screens{mem.effects};
+  RecordingJobs jobs{mem.effects};
+  // The prompter is a reference that the table of calls needs before the dialogs exist.
+  struct Relay : Prompter {
+    Prompts* to = nullptr;
+    int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
+      return to->MsgBox(text, flags, title);
+    }
+    std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
+    std::string PickList(const std::string&) override { return ""; }
+    bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
+    std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
+    void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
+                       const std::string&) override {}
+    std::string PickDrive(const std::string&) override { return ""; }
+  } relay;
+  Upcalls upcalls{runner, errors, speech, relay, screens, jobs};
+  GenDialog dialog{platform, upcalls, state};
+  Prompts prompts{dialog, state, platform, upcalls};
+  SpeechSettings settings{state, options, dialog, speech, platform, upcalls};
+  bool related = (relay.to = &prompts) != nullptr;
+};
+
+}  // namespace corvid::testing_speech
