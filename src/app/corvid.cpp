@@ -5,11 +5,23 @@
 
 namespace corvid {
 
+namespace {
+
+// Scripts cannot open data files yet, so each of the ten is at its end.
+bool NoFileIsOpen(int32 number) {
+  if (number < 1 || number > 10) throw Fault(FaultKind::Index, "There is no such file number");
+  return true;
+}
+
+}  // namespace
+
 Corvid::Corvid(const Platform& outside)
     : platform(outside),
       upcalls{switchboard_, switchboard_, switchboard_, switchboard_, *this, switchboard_},
       symbols(scriptState, switchboard_),
       scanner(scriptState, optionsState, symbols, switchboard_, switchboard_),
+      expressions(optionsState),
+      functions({scriptState, symbols, expressions, sessionState, platform.sockets, switchboard_, NoFileIsOpen}),
       expansion(scriptState, optionsState, symbols, functions, [this] { return platform.face.ClipboardText(); }),
       buffers(bufferState, scriptState, optionsState, symbols, scanner, platform, upcalls),
       saving(scriptState, sessionState, bufferState, optionsState, buffers, platform, upcalls),

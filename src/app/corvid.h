@@ -16,7 +16,8 @@
 #include "files/user_folder.h"
 #include "input/keyboard.h"
 #include "script/expansion.h"
-#include "script/function_library.h"
+#include "script/expression.h"
+#include "script/functions.h"
 #include "script/scanner.h"
 #include "script/symbols.h"
 #include "sessions/session.h"
@@ -61,7 +62,8 @@ class Corvid : public Screens {
   // --- routines, in floor order ---
   Symbols symbols;
   Scanner scanner;
-  NoFunctions functions;
+  ExpressionEvaluator expressions;
+  Functions functions;
   Expansion expansion;
   Buffers buffers;
   Saving saving;
