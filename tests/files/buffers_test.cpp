@@ -125,6 +125,18 @@ TEST(LoadSet, AFailureShowsTheFileAtThePlaceAndSaysItsName) {
   EXPECT_EQ(house.state.EntryBox.Text(), "#alias {a} {b}\r\n");
 }
 
+TEST(LoadSet, FindsAFailureFarBehindTheStart) {
+  FilesHouse house;
+  std::string text;
+  while (text.size() < 100000) text += "; a comment that fills the file\r\n";
+  Put(house, text + "#FAIL\r\n");
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.EntryBox.SelStart(), static_cast<int32>(text.size()));
+  house.buffers.MoveBuffers(1);
+  house.buffers.MoveBuffers(4);
+  EXPECT_EQ(house.state.EntryBox.SelStart(), static_cast<int32>(text.size()));
+}
+
 TEST(LoadSet, ReportsUnbalancedBracesAndForeignText) {
   FilesHouse house;
   Put(house, "#alias {a} {b\r\n");
