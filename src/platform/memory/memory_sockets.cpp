@@ -31,7 +31,11 @@ int MemorySockets::Connect(int16 Index, const std::string& host, const std::stri
   }
   slot.connecting = true;
   const int delay = OnConnectAnswer == Answer::Never ? timeoutMilliseconds : ConnectDelay;
-  delays_.push_back(loop_.Create([this, Index, attempt] { Complete(Index, attempt); }));
+  const std::size_t place = delays_.size();
+  delays_.push_back(loop_.Create([this, Index, attempt, place] {
+    delays_[place]->SetEnabled(false);  // once: a delay of 0 would come due for ever
+    Complete(Index, attempt);
+  }));
   delays_.back()->SetInterval(delay);
   delays_.back()->SetEnabled(true);
   return 0;
