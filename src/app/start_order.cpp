@@ -34,6 +34,7 @@ bool StartOrder::Form_Load(const StartRequest& request) {
   if (!request.PracticePort.empty()) trap.Step([&] { PreparePractice(request.DataFolder); });
   if (!c.userFolder.Choose(request.DataFolder)) return false;
   trap.Step([&] { c.userFolder.SetFolders(); });
+  trap.Step([&] { c.speechSettings.UseSavedSpeech(); });
   trap.Step([&] { c.saving.InitializeConfigs(); });
   trap.Step([&] { c.output.SelectOutputWindow(c.optionsState.ColourDisplay); });
   trap.Step([&] { c.output.ResizeForm(); });
