@@ -1,25 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start_order.h"
 
+#include "app/corvid.h"
 #include "core/text.h"
 #include "core/trap.h"
-#include "core/upcalls.h"
-#include "files/buffer_state.h"
-#include "files/buffers.h"
-#include "files/saving.h"
-#include "files/user_folder.h"
-#include "platform/platform.h"
-#include "script/options_state.h"
-#include "script/script_state.h"
-#include "script/symbols.h"
-#include "sessions/character_file.h"
-#include "sessions/logs.h"
-#include "sessions/output.h"
-#include "sessions/session.h"
-#include "sessions/session_state.h"
-#include "sessions/timers.h"
-#include "speech/speech_settings.h"
-#include "speech/speech_state.h"
 
 namespace corvid {
 
@@ -38,7 +22,7 @@ std::string MudPath(const SessionState& sessions, int16 Index, const std::string
 }  // namespace
 
 bool StartOrder::Form_Load(const StartRequest& request) {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   Trap trap{c.upcalls.errors, "Form_Load"};
   // What the other steps stand on: tables, the first slot, the buffers.
   trap.Step([&] { c.symbols.LoadSystemVariables(); });
@@ -50,7 +34,6 @@ bool StartOrder::Form_Load(const StartRequest& request) {
   if (!request.PracticePort.empty()) trap.Step([&] { PreparePractice(request.DataFolder); });
   if (!c.userFolder.Choose(request.DataFolder)) return false;
   trap.Step([&] { c.userFolder.SetFolders(); });
-  trap.Step([&] { c.speechSettings.UseSavedSpeech(); });
   trap.Step([&] { c.saving.InitializeConfigs(); });
   trap.Step([&] { c.output.SelectOutputWindow(c.optionsState.ColourDisplay); });
   trap.Step([&] { c.output.ResizeForm(); });
@@ -72,7 +55,7 @@ bool StartOrder::Form_Load(const StartRequest& request) {
 
 // A newcomer is asked nothing: the practice game's own folder is filled from the shipped files, with speech set up.
 void StartOrder::PreparePractice(const std::string& folder) {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   if (folder.empty()) return;
   Files& files = c.platform.files;
   files.CreateFolder(folder);
@@ -90,7 +73,7 @@ void StartOrder::PreparePractice(const std::string& folder) {
 }
 
 void StartOrder::LoadCharacters() {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   c.characters.ReadMudFile();
   const SessionState& table = c.sessionState;
   for (int16 row = 1; row <= table.CharacterCount; ++row)
@@ -100,7 +83,7 @@ void StartOrder::LoadCharacters() {
 
 // The port is another one each time, so it is set anew; all else of the row is the player's.
 void StartOrder::AddPracticeCharacter(const std::string& port) {
-  SessionState& table = house_.sessionState;
+  SessionState& table = corvid_.sessionState;
   int16 row = FindCharacter(table, "practice");
   if (row == 0) {
     row = AddCharacter(table);
@@ -114,7 +97,7 @@ void StartOrder::AddPracticeCharacter(const std::string& port) {
 }
 
 void StartOrder::LoadStartScripts() {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   int16 outchannel = CurrentSession;
   const std::string path = c.optionsState.UserDataFolder + "start.set";
   if (c.platform.files.FileExists(path)) c.buffers.LoadSet(path, 0, outchannel);
@@ -122,7 +105,7 @@ void StartOrder::LoadStartScripts() {
 }
 
 void StartOrder::LoadFullImage() {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   const std::string path = c.optionsState.UserDataFolder + "full.set";
   if (!c.platform.files.FileExists(path)) return;
   Prompter& ask = c.upcalls.prompter;
@@ -136,7 +119,7 @@ void StartOrder::LoadFullImage() {
 }
 
 void StartOrder::ConnectAtOnce(const std::string& reference) {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   int16 options = option::Interactive;
   int16 outchannel = CurrentSession;
   std::string ErrorDescription;
@@ -147,7 +130,7 @@ void StartOrder::ConnectAtOnce(const std::string& reference) {
 }
 
 bool StartOrder::MayDisconnect() {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
     if (!c.platform.sockets.Connected(Index)) continue;
     if (c.upcalls.prompter.MsgBox(LeaveWarning, box::YesNo, "Disconnect Verification ") != box::ResultYes) return false;
@@ -156,7 +139,7 @@ bool StartOrder::MayDisconnect() {
 }
 
 void StartOrder::SaveCharacter(int16 Index) {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   const SessionState& sessions = c.sessionState;
   const int16 owner = c.scriptState.SocketOwner[Index];
   if (owner <= 0 || sessions.SessionRef[Index].empty()) return;
@@ -182,7 +165,7 @@ void StartOrder::SaveCharacter(int16 Index) {
 }
 
 void StartOrder::quit(bool Mandatory) {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   if (quitting_) return;
   quitting_ = true;
   if (!Mandatory && !MayDisconnect()) {
@@ -198,7 +181,7 @@ void StartOrder::quit(bool Mandatory) {
 }
 
 void StartOrder::Form_Unload() {
-  const StartHouse& c = house_;
+  Corvid& c = corvid_;
   for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
     Trap trap{c.upcalls.errors, "Form_Unload", {std::to_string(Index)}};
     trap.Step([&] {

@@ -17,8 +17,8 @@ namespace {
 constexpr std::size_t ReadSize = 4096;
 constexpr int HoldMilliseconds = 100;
 constexpr std::size_t WrappedLine = 65;  // a spoken line at least as long is taken as wrapped by the server
-constexpr double NoticeSeconds = 5;
-constexpr double SecondsOfDay = 86400;
+constexpr float NoticeSeconds = 5;
+constexpr float SecondsOfDay = 86400;
 
 }  // namespace
 
@@ -271,11 +271,11 @@ void Receive::Speak(int16 Index, Work& work) {
 }
 
 void Receive::NoticeGag(int16 Index) {
-  const double now = platform_.clock.SecondsSinceMidnight();
-  double passed = now - static_cast<double>(sessions_.GagNotice[Index]);
+  const auto now = static_cast<float>(platform_.clock.SecondsSinceMidnight());
+  float passed = now - sessions_.GagNotice[Index];
   if (passed < 0) passed += SecondsOfDay;
   if (passed <= NoticeSeconds) return;
-  sessions_.GagNotice[Index] = static_cast<float>(now);
+  sessions_.GagNotice[Index] = now;
   upcalls_.speaker.SpeakOut("Gagging is in effect.", Channel::Incoming, 0);
 }
 

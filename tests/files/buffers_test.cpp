@@ -49,6 +49,187 @@ TEST(ErrorLog, GrowsInTheEntryBoxWhileItIsShown) {
   EXPECT_EQ(house.state.BufferText[buffer::ErrorLog], "old new");
 }
 
+// --- loading ---
+
+TEST(LoadSet, RunsEachStatementAndKeepsTheText) {
+  FilesHouse house;
+  Put(house, "#alias {a} {\n  look\n}\n; a comment\n\n#alias {b} {c} // why");
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.runner.Lines, Texts({"#alias {a} {\r\n  look\r\n}", "#alias {b} {c}"}));
+  EXPECT_EQ(house.state.BufferText[4], "#alias {a} {\r\n  look\r\n}\r\n; a comment\r\n\r\n#alias {b} {c} // why\r\n");
+  EXPECT_EQ(house.state.BufferFile[4], "/data/a.set");
+  EXPECT_EQ(house.state.BufferFlags[4], buffer::Script);
+  EXPECT_EQ(house.script.DefiningBuffer, 4);
+  EXPECT_EQ(house.script.AliasBuffers[1], 4);
+  EXPECT_FALSE(house.buffers.IsModified(4));
+  EXPECT_EQ(house.state.CurrentBuffer, 1);
+}
+
+TEST(LoadSet, ReadsEveryKindOfLineEnd) {
+  FilesHouse house;
+  Put(house, "#alias {a} {1}\r\n#alias {b} {2}\r#alias {c} {3}\n");
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferText[4], "#alias {a} {1}\r\n#alias {b} {2}\r\n#alias {c} {3}\r\n");
+  EXPECT_EQ(house.script.AliasCount, 3);
+}
+
+TEST(LoadSet, TakesARelativeNameFromTheUserDataFolderInAnyCase) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\n", "/data/sub/Start.SET");
+  house.Load("sub\\start.set");
+  EXPECT_EQ(house.state.BufferFile[4], "/data/sub/Start.SET");
+  house.Load("");
+  EXPECT_EQ(house.state.BufferCount, 4);
+}
+
+TEST(LoadSet, OnlyChecksWithNoExecution) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\n#VAR x 1\n");
+  house.Load("/data/a.set", load::NoExecution);
+  EXPECT_EQ(house.runner.Lines, Texts({"#alias {a} {b}"}));
+  EXPECT_EQ(house.script.AliasCount, 0);
+}
+
+TEST(LoadSet, RunsForTheForegroundSessionAndRemembersItsOwner) {
+  FilesHouse house;
+  house.script.CurrentSocket = 2;
+  house.script.SocketOwner[2] = 7;
+  int16 seen = -5;
+  house.runner.OnLine = [&](const std::string&, int16& channel) {
+    seen = channel;
+    return true;
+  };
+  Put(house, "#x\n");
+  house.Load("/data/a.set");
+  EXPECT_EQ(seen, 2);
+  EXPECT_EQ(house.state.BufferOwners[4], 7);
+}
+
+TEST(LoadSet, AFailureShowsTheFileAtThePlaceAndSaysItsName) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n#FAIL\r\n#alias {c} {d}\r\n");
+  house.state.EntryBox.SetText("half typed");
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.script.AliasCount, 1);  // what worked stays
+  EXPECT_EQ(house.state.BufferText[2], "\r\n-- Error found in file /data/a.set\r\n===============\r\n");
+  EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::News);
+  EXPECT_EQ(house.state.CurrentBuffer, 4);
+  EXPECT_EQ(house.state.BufferText[1], "half typed");
+  EXPECT_EQ(house.Told("spoken"), Texts({"5 Script  a.set"}));
+  const std::string& text = house.state.EntryBox.Text();
+  EXPECT_EQ(text.substr(static_cast<std::size_t>(house.state.EntryBox.SelStart()), 5), "#FAIL");
+  // Mended and loaded again, the mark goes.
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferFlags[4], buffer::Script);
+  EXPECT_EQ(house.state.EntryBox.Text(), "#alias {a} {b}\r\n");
+}
+
+TEST(LoadSet, ReportsUnbalancedBracesAndForeignText) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b\r\n");
+  Put(house, "kill the dragon\r\n", "/data/b.set");
+  house.Load("/data/a.set");
+  house.Load("/data/b.set");
+  EXPECT_EQ(house.Told("error"), Texts({"Unbalanced braces. in command: #alias {a} {b",
+                                        "Invalid text found on line. in command: kill the dragon"}));
+  EXPECT_EQ(house.state.CurrentBuffer, 5);
+}
+
+TEST(LoadSet, AFailedOptionsFileStaysInactiveAndReadOnly) {
+  FilesHouse house;
+  house.options.ScriptReadOnly = true;
+  Put(house, "#FAIL\r\n");
+  house.Load("/data/a.set", load::OptionsOnly);
+  EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::News | buffer::Inactive | buffer::ReadOnly);
+  EXPECT_TRUE(house.state.EntryBox.Locked());
+  EXPECT_EQ(house.script.DefiningBuffer, 0);
+}
+
+TEST(LoadSet, AFileThatCannotBeReadDoesNotStopTheNextOne) {
+  FilesHouse house;
+  Put(house, "#alias {b} {c}\n", "/data/b.set");
+  house.Load("/data/a.set");
+  house.Load("/data/b.set");
+  EXPECT_EQ(house.Told("unknownerror"), Texts({"Loadset: /data/a.set: no such file"}));
+  EXPECT_EQ(house.state.BufferFile[4], "/data/b.set");
+  EXPECT_EQ(house.script.AliasCount, 1);
+}
+
+TEST(LoadSet, AReloadThatCannotBeReadKeepsTheText) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  house.mem.files.Fail = [](const std::string& operation, const std::string&) {
+    return operation == "read" ? "bad sector" : "";
+  };
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferText[4], "#alias {a} {b}\r\n");
+  EXPECT_EQ(house.state.BufferFile[4], "/data/a.set");
+}
+
+TEST(LoadSet, AReloadUsesTheSameBufferAndAsksFirst) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  house.buffers.SetBufferText(4, "#alias {a} {mine}\r\n");
+  house.prompter.Will(box::ResultCancel);
+  house.Load("/DATA/A.set");
+  EXPECT_EQ(house.Told("box"), Texts({Question}));
+  EXPECT_EQ(house.state.BufferText[4], "#alias {a} {mine}\r\n");
+  house.prompter.Will(box::ResultNo);
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferText[4], "#alias {a} {b}\r\n");
+  EXPECT_EQ(house.state.BufferCount, 4);
+  house.buffers.SetBufferText(4, "#alias {a} {mine}\r\n");
+  house.prompter.Will(box::ResultYes);
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.File("/data/a.set"), "#alias {a} {mine}\r\n");
+  EXPECT_EQ(house.state.BufferText[4], "#alias {a} {mine}\r\n");
+}
+
+TEST(LoadSet, SetsReadOnlyByTheOption) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n");
+  house.options.ScriptReadOnly = true;
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::ReadOnly);
+  house.buffers.MoveBuffers(4);
+  EXPECT_TRUE(house.state.EntryBox.Locked());
+  house.options.ScriptReadOnly = false;
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferFlags[4], buffer::Script);
+  EXPECT_FALSE(house.state.EntryBox.Locked());
+}
+
+TEST(LoadSet, StopsFilesThatLoadEachOtherWithoutEnd) {
+  FilesHouse house;
+  Put(house, "#again\r\n#again\r\n");
+  house.runner.OnLine = [&](const std::string&, int16& channel) {
+    house.buffers.LoadSet("/data/a.set", 0, channel);
+    return true;
+  };
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.Told("error"), Texts({"recursive check - probable infinite loop detected in command: /data/a.set"}));
+  house.runner.OnLine = nullptr;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.script.AliasCount, 1);
+}
+
+TEST(LoadSet, AScriptMayUnloadItself) {
+  FilesHouse house;
+  Put(house, "#unload\r\n#FAIL\r\n");
+  house.runner.OnLine = [&](const std::string& line, int16&) {
+    if (line == "#unload") house.buffers.CloseBuffer(4);
+    return line == "#unload";
+  };
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferFlags[4], 0);
+  EXPECT_EQ(house.state.BufferText[2], "\r\n-- Error found in file /data/a.set\r\n===============\r\n");
+  EXPECT_EQ(house.state.CurrentBuffer, 1);
+}
+
 // --- paging ---
 
 TEST(Buffers, HaveTheirNames) {
@@ -220,6 +401,173 @@ TEST(OpenBuffers, MakesAnEmptyBufferForANewName) {
   EXPECT_EQ(house.buffers.OpenBuffers("/data/other.set", buffer::Script), 5);
   EXPECT_EQ(house.state.BufferText[4], "");
   EXPECT_FALSE(house.mem.files.FileExists("/data/new.set"));
+}
+
+// --- changing a definition ---
+
+struct Update {
+  const char* About;
+  const char* Text;
+  UpdateAction Action;
+  OldDefinition Old;
+  const char* NewLine;
+  const char* Result;
+};
+
+const Update Updates[] = {
+    {"replaces the line",
+     "#alias {a} {b}\r\n#alias {c} {d}\r\n",
+     UpdateAction::Write,
+     {"Alias", "a", "b", ""},
+     "#alias {a} {new}",
+     "#alias {a} {new}\r\n#alias {c} {d}\r\n"},
+    {"finds any case and short forms",
+     "#ALI A b\r\n",
+     UpdateAction::Write,
+     {"#alias", "a", "b", ""},
+     "#alias {a} {x}",
+     "#alias {a} {x}\r\n"},
+    {"keeps apart what is tested before",
+     "#al a b\r\n",
+     UpdateAction::Write,
+     {"alias", "a", "b", ""},
+     "#alias {a} {x}",
+     "#al a b\r\n#alias {a} {x}\r\n"},
+    {"keeps apart everybody's and one's own",
+     "#galias {a} {b}\r\n#alias {a} {b}\r\n",
+     UpdateAction::Delete,
+     {"alias", "a", "b", ""},
+     "",
+     "#galias {a} {b}\r\n"},
+    {"finds everybody's",
+     "#alias {a} {b}\r\n#GTr {a} {b}\r\n",
+     UpdateAction::Delete,
+     {"GTrigger", "a", "b", ""},
+     "",
+     "#alias {a} {b}\r\n"},
+    {"needs the same commands",
+     "#alias {a} {other}\r\n",
+     UpdateAction::Delete,
+     {"alias", "a", "b", ""},
+     "",
+     "#alias {a} {other}\r\n"},
+    {"takes any commands when none are given",
+     "#alias {a} {other}\r\n",
+     UpdateAction::Delete,
+     {"alias", "a", "", ""},
+     "",
+     ""},
+    {"needs a class of the list",
+     "#alias {a} {b} {c1}\r\n#alias {a} {b} {c2}\r\n",
+     UpdateAction::Delete,
+     {"alias", "a", "b", "x|C2"},
+     "",
+     "#alias {a} {b} {c1}\r\n"},
+    {"finds keys by what they are",
+     "#key control-shift-f1 {look}\r\n",
+     UpdateAction::Delete,
+     {"Key", "Shift-Control-F1", "look", ""},
+     "",
+     ""},
+    {"replaces all lines of a statement",
+     "; top\r\n#trigger {hi} {\r\n  wave // friendly\r\n}\r\n#key F1 x\r\n",
+     UpdateAction::Write,
+     {"Trigger", "hi", "\r\n  wave\r\n", ""},
+     "#Trigger {hi} {bow}",
+     "; top\r\n#Trigger {hi} {bow}\r\n#key F1 x\r\n"},
+    {"leaves the other commands of the line",
+     "#alias a b;#alias c d;#alias e f\r\n",
+     UpdateAction::Write,
+     {"alias", "c", "d", ""},
+     "#alias {c} {x}",
+     "#alias a b;#alias {c} {x};#alias e f\r\n"},
+    {"takes a command out of a line",
+     "#alias a b;#alias c d\r\n",
+     UpdateAction::Delete,
+     {"alias", "c", "d", ""},
+     "",
+     "#alias a b\r\n"},
+    {"takes the first command out of a line",
+     "#alias a b;#alias c d\r\n",
+     UpdateAction::Delete,
+     {"alias", "a", "b", ""},
+     "",
+     "#alias c d\r\n"},
+    {"keeps the comment",
+     "#alias {a} {b} // mine\r\n",
+     UpdateAction::Write,
+     {"alias", "a", "b", ""},
+     "#alias {a} {x}",
+     "#alias {a} {x} // mine\r\n"},
+    {"finds nothing in comments",
+     "; #alias {a} {b}\r\n// #alias {a} {b}\r\n",
+     UpdateAction::Delete,
+     {"alias", "a", "b", ""},
+     "",
+     "; #alias {a} {b}\r\n// #alias {a} {b}\r\n"},
+    {"appends behind a text without line end",
+     "#alias c d",
+     UpdateAction::Write,
+     {"alias", "a", "b", ""},
+     "#alias {a} {x}",
+     "#alias c d\r\n#alias {a} {x}\r\n"},
+    {"appends to an empty text",
+     "",
+     UpdateAction::Write,
+     {"alias", "a", "b", ""},
+     "#alias {a} {x}",
+     "#alias {a} {x}\r\n"},
+    {"appends whatever is there",
+     "#alias {a} {b}\r\n",
+     UpdateAction::Append,
+     {"alias", "a", "b", ""},
+     "#alias {a} {x}",
+     "#alias {a} {b}\r\n#alias {a} {x}\r\n"},
+    {"deletes nothing that is not there",
+     "#alias {c} {d}\r\n",
+     UpdateAction::Delete,
+     {"alias", "a", "b", ""},
+     "",
+     "#alias {c} {d}\r\n"},
+    {"passes unbalanced text",
+     "#alias {a} {b\r\n#alias {c} {d}\r\n",
+     UpdateAction::Write,
+     {"alias", "z", "", ""},
+     "#alias {z} {x}",
+     "#alias {a} {b\r\n#alias {c} {d}\r\n#alias {z} {x}\r\n"},
+};
+
+TEST(UpdateBuffer, ChangesTheLineOfADefinition) {
+  for (const Update& update : Updates) {
+    SCOPED_TRACE(update.About);
+    FilesHouse house;
+    house.buffers.OpenBuffers("/data/a.set", buffer::Script);
+    house.state.BufferLoaded[4] = update.Text;
+    house.buffers.SetBufferText(4, update.Text);
+    const bool changed = house.buffers.UpdateBuffer(4, update.Action, update.NewLine, "", update.Old);
+    EXPECT_EQ(house.state.BufferText[4], update.Result);
+    EXPECT_EQ(changed, std::string(update.Text) != update.Result);
+    EXPECT_EQ((house.state.BufferFlags[4] & buffer::Modified) != 0, changed);
+  }
+}
+
+TEST(UpdateBuffer, ChangesWhatTheEntryBoxShows) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  house.buffers.MoveBuffers(4);
+  house.state.EntryBox.SetText("#alias {a} {b}\r\n#alias {n} {typed}\r\n");
+  house.buffers.UpdateBuffer(0, UpdateAction::Write, "#alias {a} {x}", "/data/a.set", {"alias", "a", "b", ""});
+  EXPECT_EQ(house.state.EntryBox.Text(), "#alias {a} {x}\r\n#alias {n} {typed}\r\n");
+  EXPECT_EQ(house.state.BufferText[4], house.state.EntryBox.Text());
+}
+
+TEST(UpdateBuffer, NeedsABufferInUse) {
+  FilesHouse house;
+  EXPECT_FALSE(house.buffers.UpdateBuffer(0, UpdateAction::Write, "x", "/data/none.set", {}));
+  EXPECT_FALSE(house.buffers.UpdateBuffer(9, UpdateAction::Write, "x", "", {}));
+  EXPECT_TRUE(house.buffers.UpdateBuffer(3, UpdateAction::Append, "#alias {a} {b}", "", {}));
+  EXPECT_EQ(house.state.BufferText[3], "#alias {a} {b}\r\n");
 }
 
 }  // namespace

@@ -32,8 +32,8 @@ int MemorySockets::Connect(int16 Index, const std::string& host, const std::stri
   slot.connecting = true;
   const int delay = OnConnectAnswer == Answer::Never ? timeoutMilliseconds : ConnectDelay;
   const std::size_t place = delays_.size();
-  delays_.push_back(loop_.Create([this, Index, attempt, place] {
-    delays_[place]->SetEnabled(false);  // once: a delay of 0 would come due for ever
+  delays_.push_back(loop_.Create([this, place, Index, attempt] {
+    delays_[place]->SetEnabled(false);  // one answer: a timer without delay would be due for ever
     Complete(Index, attempt);
   }));
   delays_.back()->SetInterval(delay);
