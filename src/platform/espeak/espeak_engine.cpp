@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 
 #include "core/spoken_text.h"
 #include "core/utf8.h"
@@ -13,6 +14,7 @@ namespace {
 
 constexpr std::size_t PieceBytes = 250;                     // about 8 ms of synthesis
 constexpr std::size_t EnoughSamples = VoiceSampleRate / 3;  // waiting in a stream before its next piece is made
+constexpr int Inaudible = 16;                               // amplitude, of 32767
 constexpr std::chrono::milliseconds LookInterval{4};        // while something is heard
 
 // Slot of a voice; 0, a slot of no voice, for a number out of range.
@@ -185,8 +187,16 @@ Synthesizer::Piece EspeakEngine::TakePiece(const Utterance& utterance, std::size
 // Called by the worker while it makes sound, without the lock. False when the text was purged meanwhile.
 bool EspeakEngine::Deliver(std::size_t voice, std::uint64_t sequence, const int16* samples, std::size_t count) {
   const std::lock_guard lock(mutex_);
-  const Utterance* first = queue_.First(voice);
+  Utterance* first = queue_.First(voice);
   if (ending_ || first == nullptr || first->sequence != sequence) return false;
+  if (!first->audible) {
+    // The library begins with 10 ms of silence, which a player who waits for an answer to a key can do without.
+    const int16* sound = std::find_if(samples, samples + count, [](int16 code) { return std::abs(code) > Inaudible; });
+    count -= static_cast<std::size_t>(sound - samples);
+    samples = sound;
+    if (count == 0) return true;
+    first->audible = true;
+  }
   streams_[voice]->Queue(samples, count);
   return true;
 }

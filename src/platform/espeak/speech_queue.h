@@ -37,7 +37,8 @@ struct Utterance {
   VoiceSettings settings;
   std::string text;
   std::size_t position = 0;  // what lies before it has become sound
-  bool begun = false;
+  bool begun = false;        // its turn has come
+  bool audible = false;      // the silence before its first sound is over
 };
 
 class SpeechQueue {

@@ -72,13 +72,18 @@ bool SpeechdLink::TrySay(std::size_t channel, const std::string& utf8) {
   return spd_say(connection, SPD_MESSAGE, utf8.c_str()) >= 0;
 }
 
+bool SpeechdLink::Broken() {
+  const std::lock_guard lock(connections_->mutex);
+  return connections_->broken;
+}
+
 std::string SpeechdLink::Say(std::size_t channel, const std::string& utf8) {
   const bool used = connections_->open[channel] != nullptr;
   std::string problem = Connect(channel);
   if (!problem.empty()) return problem;
   if (TrySay(channel, utf8)) return {};
   Close(channel);
-  if (used) {
+  if (used && !Broken()) {
     problem = Connect(channel);
     if (!problem.empty()) return problem;
     if (TrySay(channel, utf8)) return {};

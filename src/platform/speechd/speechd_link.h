@@ -25,13 +25,14 @@ class SpeechdLink {
   std::string Connect(std::size_t channel);
   std::string Say(std::size_t channel, const std::string& utf8);
   std::string Stop(std::size_t channel);  // nothing to do for a channel that never spoke
-  // Cuts all connections, so that a call that waits for an answer fails.
+  // Cuts all connections for good, so that a call that waits for an answer fails.
   void Break();
 
  private:
   struct Connections;
   bool TrySay(std::size_t channel, const std::string& utf8);
   void Close(std::size_t channel);
+  bool Broken();
 
   std::unique_ptr<Connections> connections_;
 };
