@@ -194,12 +194,13 @@ class PrivateFolders : public ::testing::Test {
     folder = fs::temp_directory_path() / ("corvid-speechd-" + std::to_string(getpid()));
     for (const char* name : Names) {
       if (const char* value = getenv(name)) before[name] = value;
-      if (std::string_view(name) == "SPEECHD_ADDRESS") continue;
+      if (std::string_view(name).ends_with("ADDRESS")) continue;
       fs::create_directories(folder / name);
       fs::permissions(folder / name, fs::perms::owner_all);
       setenv(name, (folder / name).c_str(), 1);
     }
     unsetenv("SPEECHD_ADDRESS");
+    unsetenv("DBUS_SESSION_BUS_ADDRESS");
     fs::create_directories(Config() / "modules");
   }
   ~PrivateFolders() override {
@@ -216,8 +217,8 @@ class PrivateFolders : public ::testing::Test {
   PrivateFolders& operator=(const PrivateFolders&) = delete;
   fs::path Config() const { return folder / "XDG_CONFIG_HOME" / "speech-dispatcher"; }
 
-  static constexpr std::array<const char*, 5> Names{"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_CACHE_HOME",
-                                                    "SPEECHD_ADDRESS"};
+  static constexpr std::array<const char*, 6> Names{"HOME",           "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME",
+                                                    "XDG_CACHE_HOME", "SPEECHD_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"};
   fs::path folder;
   std::map<std::string, std::string> before;
   Notices notices;

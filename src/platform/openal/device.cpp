@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/openal/device.h"
 
+#include <dlfcn.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -36,9 +37,23 @@ void OpenInto(Opening& opening, const std::string& name) {
   opening.done.notify_all();
 }
 
+void IgnoreMessage(const char* /*file*/, int /*line*/, const char* /*routine*/, int /*error*/, const char* /*text*/,
+                   ...) {}
+
+// Without a sound card the system's sound library writes a dozen lines to the terminal, which a player at a text
+// console would have to listen to. It is used behind our back, so it is reached softly.
+void SilenceAlsa() {
+  void* library = dlopen("libasound.so.2", RTLD_LAZY);
+  if (library == nullptr) return;
+  using SetHandler = int (*)(decltype(&IgnoreMessage));
+  const auto setHandler = reinterpret_cast<SetHandler>(dlsym(library, "snd_lib_error_set_handler"));
+  if (setHandler != nullptr) setHandler(IgnoreMessage);
+}
+
 }  // namespace
 
 void PrepareLibrary() {
+  SilenceAlsa();
   setenv("ALSOFT_LOGLEVEL", "0", 0);
   if (getenv("ALSOFT_CONF") != nullptr) return;
   // The period can only be set by a configuration file. This one lives in memory, open as long as the program runs.

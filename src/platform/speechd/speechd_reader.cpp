@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/spoken_text.h"
+#include "platform/speechd/orca_service.h"
 #include "platform/speechd/speechd_link.h"
 
 namespace corvid {
@@ -18,8 +19,23 @@ bool IsBlank(const std::string& text) {
 
 }  // namespace
 
+// Orca first: it speaks as its player has set it up, and shows the text in braille.
+struct ReaderRoutes {
+  OrcaService orca;
+  SpeechdLink speechd;
+
+  std::string Connect(std::size_t channel) { return orca.Present() ? std::string() : speechd.Connect(channel); }
+  std::string Say(std::size_t channel, const std::string& utf8) {
+    return orca.Say(channel, utf8) ? std::string() : speechd.Say(channel, utf8);
+  }
+  std::string Stop(std::size_t channel) {
+    orca.Stop(channel);
+    return speechd.Stop(channel);
+  }
+};
+
 SpeechdReader::SpeechdReader(Notice notice, SpeechdSettings settings)
-    : notice_(std::move(notice)), settings_(settings), link_(std::make_shared<SpeechdLink>()) {}
+    : notice_(std::move(notice)), settings_(settings), routes_(std::make_shared<ReaderRoutes>()) {}
 
 SpeechdReader::~SpeechdReader() {
   if (!thread_.joinable()) return;
@@ -109,19 +125,19 @@ bool SpeechdReader::MayTry(const Job& step) {
 std::string SpeechdReader::Perform(const Job& step) {
   const auto problem = std::make_shared<std::string>();
   const bool returned = worker_.Run(
-      [link = link_, step, problem] {
+      [routes = routes_, step, problem] {
         if (step.stop) {
-          *problem = link->Stop(step.channel);
+          *problem = routes->Stop(step.channel);
         } else if (step.text.empty()) {
-          *problem = link->Connect(step.channel);
+          *problem = routes->Connect(step.channel);
         } else {
-          *problem = link->Say(step.channel, step.text);
+          *problem = routes->Say(step.channel, step.text);
         }
       },
       settings_.callLimit);
   if (returned) return *problem;
-  link_->Break();
-  link_ = std::make_shared<SpeechdLink>();
+  routes_->speechd.Break();
+  routes_ = std::make_shared<ReaderRoutes>();
   return "The speech service (speech-dispatcher) does not answer.";
 }
 

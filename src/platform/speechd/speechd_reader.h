@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The player's screen reader, through the speech service that it speaks with (speech-dispatcher).
+// The player's screen reader: through its own service where it has one, else through the speech service that it speaks
+// with (speech-dispatcher).
 #pragma once
 
 #include <array>
@@ -18,7 +19,7 @@
 
 namespace corvid {
 
-class SpeechdLink;
+struct ReaderRoutes;
 
 struct SpeechdSettings {
   std::chrono::milliseconds callLimit{2000};      // a service that takes longer counts as dead
@@ -66,7 +67,7 @@ class SpeechdReader : public ScreenReader {
 
   // The reader's thread's alone.
   TimedWorker worker_;
-  std::shared_ptr<SpeechdLink> link_;
+  std::shared_ptr<ReaderRoutes> routes_;
   bool told_ = false;
   std::chrono::steady_clock::time_point nextTry_;
 
