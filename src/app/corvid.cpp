@@ -43,7 +43,8 @@ Corvid::Corvid(const Platform& outside)
       house_{scriptState, optionsState, bufferState, sessionState, keyboardState, symbols,  scanner,
              expansion,   buffers,      sessions,    output,       logs,          platform, upcalls},
       dispatcher(house_),
-      start(*this) {
+      start({scriptState, optionsState, bufferState, sessionState, speechState, symbols, buffers, saving, userFolder,
+             characters, output, logs, sessions, speechSettings, platform, upcalls}) {
   switchboard_.Commands = &dispatcher;
   switchboard_.Errors = &errors;
   switchboard_.Voice = &speech;

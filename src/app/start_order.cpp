@@ -1,9 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start_order.h"
 
-#include "app/corvid.h"
 #include "core/text.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
+#include "files/buffer_state.h"
+#include "files/buffers.h"
+#include "files/saving.h"
+#include "files/user_folder.h"
+#include "platform/platform.h"
+#include "script/options_state.h"
+#include "script/script_state.h"
+#include "script/symbols.h"
+#include "sessions/character_file.h"
+#include "sessions/logs.h"
+#include "sessions/output.h"
+#include "sessions/session.h"
+#include "sessions/session_state.h"
+#include "sessions/timers.h"
+#include "speech/speech_settings.h"
+#include "speech/speech_state.h"
 
 namespace corvid {
 
@@ -22,7 +38,7 @@ std::string MudPath(const SessionState& sessions, int16 Index, const std::string
 }  // namespace
 
 bool StartOrder::Form_Load(const StartRequest& request) {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   Trap trap{c.upcalls.errors, "Form_Load"};
   // What the other steps stand on: tables, the first slot, the buffers.
   trap.Step([&] { c.symbols.LoadSystemVariables(); });
@@ -34,6 +50,7 @@ bool StartOrder::Form_Load(const StartRequest& request) {
   if (!request.PracticePort.empty()) trap.Step([&] { PreparePractice(request.DataFolder); });
   if (!c.userFolder.Choose(request.DataFolder)) return false;
   trap.Step([&] { c.userFolder.SetFolders(); });
+  trap.Step([&] { c.speechSettings.UseSavedSpeech(); });
   trap.Step([&] { c.saving.InitializeConfigs(); });
   trap.Step([&] { c.output.SelectOutputWindow(c.optionsState.ColourDisplay); });
   trap.Step([&] { c.output.ResizeForm(); });
@@ -55,7 +72,7 @@ bool StartOrder::Form_Load(const StartRequest& request) {
 
 // A newcomer is asked nothing: the practice game's own folder is filled from the shipped files, with speech set up.
 void StartOrder::PreparePractice(const std::string& folder) {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   if (folder.empty()) return;
   Files& files = c.platform.files;
   files.CreateFolder(folder);
@@ -73,7 +90,7 @@ void StartOrder::PreparePractice(const std::string& folder) {
 }
 
 void StartOrder::LoadCharacters() {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   c.characters.ReadMudFile();
   const SessionState& table = c.sessionState;
   for (int16 row = 1; row <= table.CharacterCount; ++row)
@@ -83,7 +100,7 @@ void StartOrder::LoadCharacters() {
 
 // The port is another one each time, so it is set anew; all else of the row is the player's.
 void StartOrder::AddPracticeCharacter(const std::string& port) {
-  SessionState& table = corvid_.sessionState;
+  SessionState& table = house_.sessionState;
   int16 row = FindCharacter(table, "practice");
   if (row == 0) {
     row = AddCharacter(table);
@@ -97,7 +114,7 @@ void StartOrder::AddPracticeCharacter(const std::string& port) {
 }
 
 void StartOrder::LoadStartScripts() {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   int16 outchannel = CurrentSession;
   const std::string path = c.optionsState.UserDataFolder + "start.set";
   if (c.platform.files.FileExists(path)) c.buffers.LoadSet(path, 0, outchannel);
@@ -105,7 +122,7 @@ void StartOrder::LoadStartScripts() {
 }
 
 void StartOrder::LoadFullImage() {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   const std::string path = c.optionsState.UserDataFolder + "full.set";
   if (!c.platform.files.FileExists(path)) return;
   Prompter& ask = c.upcalls.prompter;
@@ -119,7 +136,7 @@ void StartOrder::LoadFullImage() {
 }
 
 void StartOrder::ConnectAtOnce(const std::string& reference) {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   int16 options = option::Interactive;
   int16 outchannel = CurrentSession;
   std::string ErrorDescription;
@@ -130,7 +147,7 @@ void StartOrder::ConnectAtOnce(const std::string& reference) {
 }
 
 bool StartOrder::MayDisconnect() {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
     if (!c.platform.sockets.Connected(Index)) continue;
     if (c.upcalls.prompter.MsgBox(LeaveWarning, box::YesNo, "Disconnect Verification ") != box::ResultYes) return false;
@@ -139,7 +156,7 @@ bool StartOrder::MayDisconnect() {
 }
 
 void StartOrder::SaveCharacter(int16 Index) {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   const SessionState& sessions = c.sessionState;
   const int16 owner = c.scriptState.SocketOwner[Index];
   if (owner <= 0 || sessions.SessionRef[Index].empty()) return;
@@ -165,7 +182,7 @@ void StartOrder::SaveCharacter(int16 Index) {
 }
 
 void StartOrder::quit(bool Mandatory) {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   if (quitting_) return;
   quitting_ = true;
   if (!Mandatory && !MayDisconnect()) {
@@ -181,7 +198,7 @@ void StartOrder::quit(bool Mandatory) {
 }
 
 void StartOrder::Form_Unload() {
-  Corvid& c = corvid_;
+  const StartHouse& c = house_;
   for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
     Trap trap{c.upcalls.errors, "Form_Unload", {std::to_string(Index)}};
     trap.Step([&] {

@@ -8,7 +8,42 @@
 
 namespace corvid {
 
-class Corvid;
+class Buffers;
+class CharacterFile;
+class Logs;
+class OutputWindows;
+class Saving;
+class Sessions;
+class SpeechSettings;
+class Symbols;
+class UserFolder;
+struct BufferState;
+struct OptionsState;
+struct Platform;
+struct ScriptState;
+struct SessionState;
+struct SpeechState;
+struct Upcalls;
+
+// What the start and the end of the program work with; all of it belongs to the main object.
+struct StartHouse {
+  ScriptState& scriptState;
+  OptionsState& optionsState;
+  BufferState& bufferState;
+  SessionState& sessionState;
+  SpeechState& speechState;
+  Symbols& symbols;
+  Buffers& buffers;
+  Saving& saving;
+  UserFolder& userFolder;
+  CharacterFile& characters;
+  OutputWindows& output;
+  Logs& logs;
+  Sessions& sessions;
+  SpeechSettings& speechSettings;
+  const Platform& platform;
+  Upcalls& upcalls;
+};
 
 struct StartRequest {
   std::string DataFolder;    // empty: the stored one, or a new one
@@ -18,7 +53,7 @@ struct StartRequest {
 
 class StartOrder {
  public:
-  explicit StartOrder(Corvid& corvid) : corvid_(corvid) {}
+  explicit StartOrder(const StartHouse& house) : house_(house) {}
 
   // Builds the state in its fixed order and shows the main window. False: the program must end, and the player has been
   // told why. May pump events.
@@ -39,7 +74,7 @@ class StartOrder {
   void SaveCharacter(int16 Index);
   void ConnectAtOnce(const std::string& reference);
 
-  Corvid& corvid_;
+  StartHouse house_;
   bool quitting_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include "commands/file_operations.h"
 #include "commands/handlers.h"
 #include "core/text.h"
+#include "core/trap.h"
 #include "files/buffers.h"
 #include "script/symbols.h"
 #include "sessions/logs.h"
@@ -45,7 +46,9 @@ void EndSession(CommandHouse& house, int16 session) {
   if (house.platform.sockets.Connected(session)) house.platform.sockets.Disconnect(session);
   house.sessions.SessionRef[session].clear();
   house.windows.ClearViewports(session);
-  if (house.sessions.LogOpen[session] != 0) house.logs.CloseLog(session);
+  // A disk that refuses the last lines of one log must not keep the other sessions open.
+  Trap trap(house.upcalls.errors, "killall", {std::to_string(session)});
+  if (house.sessions.LogOpen[session] != 0) trap.Step([&] { house.logs.CloseLog(session); });
 }
 
 void KillEverything(CommandHouse& house) {

@@ -54,12 +54,12 @@ constexpr std::array<PunctuationRow, RowCount> MakeRows() {
   std::array<PunctuationRow, RowCount> rows{};
   std::size_t next = 0;
   for (std::size_t i = 0; i < Uppers.size(); ++i) {
-    const auto code = static_cast<int16>(Uppers[i]);
+    const auto code = static_cast<int16>('A' + i);
     rows[next++] = {code, Lowers.substr(i, 1), ""};
     rows[next++] = {static_cast<int16>(code + ShiftedKey), Uppers.substr(i, 1), ""};
   }
   for (std::size_t i = 0; i < Digits.size(); ++i) {
-    rows[next++] = {static_cast<int16>(Digits[i]), Digits.substr(i, 1), ""};
+    rows[next++] = {static_cast<int16>('0' + i), Digits.substr(i, 1), ""};
   }
   for (const PunctuationRow& mark : Marks) rows[next++] = mark;
   return rows;

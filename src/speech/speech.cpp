@@ -2,6 +2,7 @@
 #include "speech/speech.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/fault.h"
 #include "core/text.h"
@@ -51,7 +52,7 @@ void Speech::SpeakOut(const std::string& text, int16 window, int16 spokenByWindo
 
 void Speech::Speak(const std::string& textstring, int16 tSpeechType, int16 voicetype) {
   if (IsBlank(textstring)) return;
-  const std::string text = textstring;  // LastSpoken itself may be spoken again
+  std::string text = textstring;  // LastSpoken itself may be spoken again
   const int16 channel = voicetype < 0 ? FirstVoice : voicetype;
   switch (IsChannel(channel) ? EffectiveType(tSpeechType < 0 ? type_ : tSpeechType) : speechtype::None) {
     case speechtype::ScreenReader:
@@ -63,7 +64,7 @@ void Speech::Speak(const std::string& textstring, int16 tSpeechType, int16 voice
     default:
       break;
   }
-  speech_.LastSpoken = text;
+  speech_.LastSpoken = std::move(text);
 }
 
 void Speech::StopSpeech() {

@@ -55,6 +55,10 @@ bool SpeechSettings::StartSpeech() {
   return true;
 }
 
+void SpeechSettings::UseSavedSpeech() {
+  if (HasSpeechFile() && ReadSpeech() == Reading::Done) voices_.SpeakWhateverWorks(false);
+}
+
 bool SpeechSettings::ChooseOnFirstRun() {
   SetDefaults(speech_);
   upcalls_.prompter.MsgBox(

@@ -26,6 +26,10 @@ class SpeechSettings {
   // May pump events.
   bool StartSpeech();
 
+  // Before the speech part of the start: lets what is said until then be heard the way the player has saved, and
+  // through whatever works where nothing is saved.
+  void UseSavedSpeech();
+
   enum class Reading { Done, Missing, Refused };
   // Done: the channels are set. Missing: no file, or one of another layout; Refused: the disk did not give it, which
   // went to UnknownError. In both the channels are as they were.

@@ -77,6 +77,12 @@ class Layers(unittest.TestCase):
         self.assert_finding({"platform/qt/sockets.cpp": '#include "script/scanner.h"\n'},
                             "platform/qt/sockets.cpp:1", "script/scanner.h is above platform/qt")
 
+    def test_a_part_of_a_librarys_folder_is_the_same_house(self):
+        self.assertEqual((0, []), check({"platform/qt/desktop/window.cpp":
+                                         '#include <QLabel>\n#include "platform/qt/sockets.h"\n'}))
+        self.assert_finding({"platform/qt/desktop/window.cpp": '#include "script/scanner.h"\n'},
+                            "platform/qt/desktop/window.cpp:1", "script/scanner.h is above platform/qt")
+
     def test_a_folder_without_a_place(self):
         self.assert_finding({"extra/thing.cpp": '#include "core/text.h"\n'},
                             "extra/thing.cpp:1", "no place in the house")

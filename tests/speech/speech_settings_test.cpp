@@ -107,6 +107,20 @@ TEST(StartSpeech, UsesWhatWasSaved) {
   EXPECT_EQ(house.Told("dialog"), Texts());
 }
 
+TEST(StartSpeech, SavedSpeechCountsFromTheBeginning) {
+  SpeechHouse house;
+  house.settings.UseSavedSpeech();
+  house.speech.SpeakOut("nothing saved", 5, 0);
+  EXPECT_EQ(house.Told("speech"), Texts({"5 nothing saved"}));
+  house.state.SpeechType[1] = 1;
+  house.settings.SaveSpeech();
+  house.settings.UseSavedSpeech();
+  house.speech.SpeakOut("by the reader", 1, 0);
+  house.speech.SpeakOut("silent by choice", 5, 0);
+  EXPECT_EQ(house.Told("say"), Texts({"1 by the reader"}));
+  EXPECT_EQ(house.Told("speech").size(), 1u);
+}
+
 TEST(StartSpeech, AsksOnTheFirstRunAndSaves) {
   SpeechHouse house;
   house.mem.face.Will("Ok");

@@ -131,10 +131,11 @@ void MemoryLoop::Pass(int milliseconds) {
   const std::int64_t end = clock_.MonotonicMilliseconds() + milliseconds;
   DoEvents();
   for (LoopTimer* next = NextTimer(); next != nullptr && next->Due <= end; next = NextTimer()) {
-    clock_.Advance(std::max<std::int64_t>(0, next->Due - clock_.MonotonicMilliseconds()));
-    const std::int64_t before = clock_.MonotonicMilliseconds();
+    // A timer with interval 0 is due for ever: let a millisecond pass between its ticks.
+    const std::int64_t now = clock_.MonotonicMilliseconds();
+    clock_.Advance(std::max<std::int64_t>(now >= end ? 0 : 1, next->Due - now));
     DoEvents();
-    if (NextTimer() != nullptr && NextTimer()->Due <= before && before >= end) break;
+    if (now >= end) break;
   }
   clock_.Advance(std::max<std::int64_t>(0, end - clock_.MonotonicMilliseconds()));
   DoEvents();

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What one run saves, the next one finds: the whole program over the in-memory platform.
+#include <gtest/gtest.h>
+
+#include "app/corvid.h"
+#include "core/scramble.h"
+#include "core/text.h"
+#include "files/option_rows.h"
+#include "platform/memory/memory_platform.h"
+
+namespace corvid {
+namespace {
+
+constexpr const char* OptionsFile = "/data/corvid.set";
+
+// One run of the program on a disk that outlives it.
+struct OneRun {
+  explicit OneRun(MemoryPlatform& memory) : mem(memory), corvid(memory.All()) {}
+  bool Start() { return corvid.Start({.DataFolder = "/data", .Connect = {}, .PracticePort = {}}); }
+  void Type(const std::string& line) {
+    int16 options = 0;
+    int16 outchannel = CurrentSession;
+    std::string error;
+    Parameters rvar;
+    corvid.scriptState.CommandDepth = 0;
+    corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
+    EXPECT_EQ(error, "") << line;
+  }
+  std::string Options() {
+    std::string text;
+    corvid.saving.SaveOptions(text);
+    return text;
+  }
+  MemoryPlatform& mem;
+  Corvid corvid;
+};
+
+void PrepareDisk(MemoryPlatform& mem) {
+  mem.files.Put("/data/start.set", "");
+  SpeechState speech;
+  mem.files.Put("/data/speech.ini", Scramble(SpeechSettings::FileText(speech)));
+}
+
+TEST(SavedOptions, OfAChangedRunAreThoseOfTheNext) {
+  MemoryPlatform mem;
+  PrepareDisk(mem);
+  std::string saved;
+  {
+    OneRun run(mem);
+    ASSERT_TRUE(run.Start());
+    for (const char* line :
+         {"#CONFIGURE ColourDisplay on", "#CONFIGURE OutputWindowSize 500", "#CONFIGURE OutputWindowPercent 60",
+          "#CONFIGURE LineTerminator %char(33)", "#CONFIGURE ScriptReadOnly yes", "#CONFIGURE EntryByLine off",
+          "#CONFIGURE RemoveAsciiArt 2", "#CONFIGURE BackgroundColour blue", "#CONFIGURE ForegroundColour { white }",
+          "#CONFIGURE Editor {nano -w }", "#CONFIGURE EndOfLineCommentChar {--}", "#CONFIGURE CommandSeparator {&}",
+          "#CONFIGURE CommentChar {*}", "#CONFIGURE EscapeChar {^}", "#CONFIGURE CommandChar {;}"})
+      run.Type(line);
+    saved = run.Options();
+    ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
+  }
+  EXPECT_EQ(mem.files.ReadWhole(OptionsFile), saved);
+  EXPECT_TRUE(saved.starts_with(";Configure CommandChar {^;}\r\n;Configure EscapeChar {^^}\r\n")) << saved;
+  OneRun next(mem);
+  ASSERT_TRUE(next.Start());
+  EXPECT_EQ(next.Options(), saved);
+  EXPECT_EQ(next.corvid.optionsState.LineTerminator, "!");
+  EXPECT_EQ(next.corvid.optionsState.Editor, "nano -w ");
+  EXPECT_EQ(next.corvid.bufferState.BufferText[buffer::ErrorLog], "");
+}
+
+TEST(SavedOptions, OfAnUntouchedRunAreThoseOfTheNext) {
+  MemoryPlatform mem;
+  PrepareDisk(mem);
+  {
+    OneRun run(mem);
+    ASSERT_TRUE(run.Start());
+    ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
+  }
+  OneRun next(mem);
+  ASSERT_TRUE(next.Start());
+  EXPECT_EQ(next.corvid.bufferState.BufferText[buffer::ErrorLog], "");
+  EXPECT_EQ(next.corvid.optionsState.OutputWindowSize, 30);  // what plain windows hold
+  const std::string saved = next.Options();
+  ASSERT_TRUE(next.corvid.saving.SaveOptionsFile());
+  OneRun third(mem);
+  ASSERT_TRUE(third.Start());
+  EXPECT_EQ(third.Options(), saved);
+}
+
+TEST(SavedOptions, ThatMoveTheFoldersAreToldAndRewritten) {
+  MemoryPlatform mem;
+  PrepareDisk(mem);
+  mem.files.Put(OptionsFile, "#Configure SoundPath {/tmp}\r\n#Configure MarginBell 60\r\n");
+  OneRun run(mem);
+  mem.face.Will("Ok");
+  ASSERT_TRUE(run.Start());
+  EXPECT_EQ(mem.face.AnswersLeft(), 0u);
+  EXPECT_EQ(run.corvid.optionsState.SoundsFolder, "/data/Sounds/");
+  // The rewritten file is from before the plain windows brought their size to thirty.
+  EXPECT_EQ(Replace(mem.files.ReadWhole(OptionsFile), "Size  32", "Size  30"), run.Options());
+  EXPECT_NE(run.Options().find("MarginBell 60"), std::string::npos);
+}
+
+TEST(FirstStart, FromNothingIsAskedStepByStepAndSpoken) {
+  MemoryPlatform mem;
+  mem.files.Put("/app/start.set", "; the shipped one\r\n");
+  mem.files.Put("/app/Sounds/ding.wav", "wave");
+  OneRun run(mem);
+  mem.face.Will("No");                      // no previous installation
+  mem.face.Will("Ok");                      // moving
+  mem.face.Will("Ok");                      // moved
+  mem.face.Will("Ok");                      // interim speech
+  mem.face.Will({"OK", {}, {{1, 2}}, {}});  // the engine
+  mem.face.Will("Ok");                      // next step
+  ASSERT_TRUE(run.corvid.Start({.DataFolder = {}, .Connect = {}, .PracticePort = {}}));
+  EXPECT_EQ(mem.face.AnswersLeft(), 0u);
+  const std::string folder = "/home/player/Documents/Corvid/";
+  EXPECT_EQ(run.corvid.optionsState.UserDataFolder, folder);
+  EXPECT_TRUE(mem.files.FileExists(folder + "start.set"));
+  EXPECT_TRUE(mem.files.FileExists(folder + "Sounds/ding.wav"));
+  EXPECT_TRUE(mem.files.FileExists(folder + "speech.ini"));
+  EXPECT_EQ(run.corvid.speechState.SpeechType[1], 3);
+  bool heard = false;
+  for (const std::string& text : mem.effects.Of("speech"))
+    heard = heard || text.find("previous installation of Corvid") != std::string::npos;
+  EXPECT_TRUE(heard);
+}
+
+TEST(FirstStart, CancelledEndsTheProgram) {
+  MemoryPlatform mem;
+  mem.files.Put("/app/start.set", "");
+  OneRun run(mem);
+  mem.face.Will("No");
+  mem.face.Will("Cancel");
+  EXPECT_FALSE(run.corvid.Start({.DataFolder = {}, .Connect = {}, .PracticePort = {}}));
+  EXPECT_FALSE(mem.face.MainShown());
+}
+
+}  // namespace
+}  // namespace corvid

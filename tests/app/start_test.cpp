@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The whole program in memory: from the first start to a game that is played.
+#include <gtest/gtest.h>
+
+#include "app/corvid.h"
+#include "core/keys.h"
+#include "core/scramble.h"
+#include "core/text.h"
+#include "platform/memory/memory_platform.h"
+
+namespace corvid {
+namespace {
+
+bool Holds(const std::vector<std::string>& texts, const std::string& wanted) {
+  return std::find(texts.begin(), texts.end(), wanted) != texts.end();
+}
+
+class ProgramTest : public testing::Test {
+ protected:
+  MemoryPlatform memory;
+  std::unique_ptr<Corvid> corvid = std::make_unique<Corvid>(memory.All());
+
+  void SetUp() override { memory.files.Put("/app/start.set", "; nothing\r\n"); }
+
+  // Starts on a prepared folder, so that nothing is asked.
+  bool StartPractice(const std::string& connect = "practice") {
+    StartRequest request;
+    request.DataFolder = "/data";
+    request.PracticePort = "5555";
+    request.Connect = connect;
+    return corvid->Start(request);
+  }
+  void Type(const std::string& line) {
+    constexpr int16 SomeSign = 186;
+    for (const char c : line) {
+      const int16 key = IsLetter(c) || IsDigit(c) ? static_cast<int16>(UpperChar(c)) : SomeSign;
+      memory.face.Events->KeyDown(key, 0);
+      memory.face.Events->KeyTyped(std::string(1, c));
+      memory.face.Events->KeyUp(key, 0);
+    }
+    memory.face.Events->KeyDown(keycode::Enter, 0);
+    memory.face.Events->KeyTyped("\r");
+    memory.face.Events->KeyUp(keycode::Enter, 0);
+    memory.loop.Pass(5);
+  }
+};
+
+TEST_F(ProgramTest, PracticeAsksNothingConnectsAndSpeaks) {
+  ASSERT_TRUE(StartPractice());
+  EXPECT_TRUE(memory.effects.Of("dialog").empty()) << memory.effects.Transcript();
+  EXPECT_TRUE(memory.face.MainShown());
+  EXPECT_EQ(memory.face.Title, "Corvid [practice");
+  memory.sockets.Receive(1, "What is your name? ");
+  EXPECT_TRUE(Holds(memory.effects.Of("speech"), "1 What is your name? ")) << memory.effects.Transcript();
+  Type("bob");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "bob\r\n");
+  EXPECT_TRUE(memory.effects.Of("unanswered").empty());
+}
+
+TEST_F(ProgramTest, TheSecondPracticeRunUsesTheSameCharacterOnItsNewPort) {
+  ASSERT_TRUE(StartPractice());
+  corvid->quit(true);
+  EXPECT_TRUE(memory.loop.Ending());
+  corvid.reset();
+  MemoryFiles files = memory.files;
+  MemoryPlatform second;
+  second.files = files;
+  Corvid again(second.All());
+  StartRequest request;
+  request.DataFolder = "/data";
+  request.PracticePort = "6666";
+  request.Connect = "practice";
+  ASSERT_TRUE(again.Start(request));
+  EXPECT_EQ(again.sessionState.CharacterCount, 2) << "the row of quick connections and the practice game";
+  EXPECT_EQ(second.sockets.Port(1), "6666");
+}
+
+TEST_F(ProgramTest, FirstRunAsksForFilesAndSpeechThenRemembers) {
+  memory.face.Will("No");                      // no previous installation
+  memory.face.Will("Ok");                      // creating and transferring
+  memory.face.Will("Ok");                      // successfully moved
+  memory.face.Will("Ok");                      // from the following screen
+  memory.face.Will({"OK", {}, {{1, 2}}, {}});  // MS Sapi, the third row
+  memory.face.Will("Ok");                      // next step
+  ASSERT_TRUE(corvid->Start({}));
+  EXPECT_TRUE(memory.effects.Of("unanswered").empty()) << memory.effects.Transcript();
+  EXPECT_EQ(memory.face.AnswersLeft(), 0U) << memory.effects.Transcript();
+  EXPECT_EQ(corvid->optionsState.UserDataFolder, "/home/player/Documents/Corvid/");
+  EXPECT_EQ(corvid->speechState.SpeechType[1], 3);
+  EXPECT_EQ(corvid->speechState.SpeechType[6], 3);
+  EXPECT_TRUE(memory.files.IsPrivate("/home/player/Documents/Corvid/speech.ini"));
+  EXPECT_EQ(memory.settings.Get("CORVID", "Filespec", "DefaultFolder"), "/home/player/Documents/Corvid/");
+
+  MemoryPlatform second;
+  second.files = memory.files;
+  second.settings = memory.settings;
+  Corvid again(second.All());
+  ASSERT_TRUE(again.Start({}));
+  EXPECT_TRUE(second.effects.Of("dialog").empty()) << second.effects.Transcript();
+}
+
+TEST_F(ProgramTest, DialogsBeforeSpeechIsChosenAreSpokenAllTheSame) {
+  memory.face.Will("No");
+  memory.face.Will("Cancel");
+  EXPECT_FALSE(corvid->Start({}));
+  EXPECT_TRUE(Holds(memory.effects.Of("speech"), "5 Previous Installation Data Transfer"))
+      << memory.effects.Transcript();
+}
+
+TEST_F(ProgramTest, QuitAsksWhileConnectedAndANoCancels) {
+  ASSERT_TRUE(StartPractice());
+  memory.face.Will("No");
+  corvid->quit(false);
+  EXPECT_FALSE(memory.loop.Ending());
+  EXPECT_TRUE(corvid->platform.sockets.Connected(1));
+  memory.face.Will("Yes");
+  corvid->quit(false);
+  EXPECT_TRUE(memory.loop.Ending());
+  EXPECT_FALSE(corvid->platform.sockets.Connected(1));
+}
+
+TEST_F(ProgramTest, FullImageIsUsedOrDeletedAsThePlayerSays) {
+  memory.files.Put("/data/full.set", "#CONFIGURE MarginBell 33\r\n");
+  memory.face.Will("Yes");
+  ASSERT_TRUE(StartPractice(""));
+  EXPECT_EQ(corvid->optionsState.MarginBell, 33);
+  EXPECT_TRUE(memory.files.FileExists("/data/full.set"));
+
+  MemoryPlatform second;
+  second.files = memory.files;
+  Corvid again(second.All());
+  second.face.Will("No");
+  second.face.Will("Yes");
+  StartRequest request;
+  request.DataFolder = "/data";
+  request.PracticePort = "1";
+  ASSERT_TRUE(again.Start(request));
+  EXPECT_FALSE(second.files.FileExists("/data/full.set"));
+  EXPECT_EQ(again.optionsState.MarginBell, 74);
+}
+
+TEST_F(ProgramTest, OptionsSurviveARestart) {
+  ASSERT_TRUE(StartPractice());
+  Type("#CONFIGURE MarginBell 50");
+  Type("#CONFIGURE CommandChar !");
+  ASSERT_TRUE(corvid->saving.SaveOptionsFile());
+  MemoryPlatform second;
+  second.files = memory.files;
+  Corvid again(second.All());
+  StartRequest request;
+  request.DataFolder = "/data";
+  request.PracticePort = "1";
+  ASSERT_TRUE(again.Start(request));
+  EXPECT_EQ(again.optionsState.MarginBell, 50);
+  EXPECT_EQ(again.optionsState.CommandChar, '!');
+  EXPECT_TRUE(second.effects.Of("dialog").empty()) << second.effects.Transcript();
+}
+
+TEST_F(ProgramTest, DamagedCharacterFileLeavesOneRowAndIsReplacedByTheNextWrite) {
+  memory.files.Put("/data/Character.mud", std::string("\x01\x02 no table", 11));
+  memory.files.Put("/data/start.set", "; nothing\r\n");
+  memory.files.Put("/data/speech.ini", Scramble(SpeechSettings::FileText(corvid->speechState)));
+  StartRequest request;
+  request.DataFolder = "/data";
+  ASSERT_TRUE(corvid->Start(request));
+  EXPECT_EQ(corvid->sessionState.CharacterCount, 1);
+  EXPECT_EQ(corvid->sessionState.MudName[1], "QUICKCONNECT");
+  EXPECT_EQ(corvid->sessionState.HostName[1], "QUICKCONNECT");
+  EXPECT_EQ(corvid->sessionState.CharacterName[1], "QUICKCONNECT");
+}
+
+TEST_F(ProgramTest, WithoutAGameTheFirstTickSaysWhatIsNotThereYet) {
+  ASSERT_TRUE(StartPractice(""));
+  memory.effects.Clear();
+  memory.loop.Pass(400);
+  EXPECT_TRUE(memory.effects.Of("speech").empty());
+  memory.loop.Pass(200);
+  ASSERT_EQ(memory.effects.Of("speech").size(), 1U) << memory.effects.Transcript();
+  EXPECT_NE(memory.effects.Of("speech")[0].find("not built yet"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace corvid

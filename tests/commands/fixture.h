@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The whole command floor on the in-memory platform: what a line of script leads to is read from the effects.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "commands/command_call.h"
+#include "commands/dispatcher.h"
+#include "commands/errors.h"
+#include "core/text.h"
+#include "files/buffers.h"
+#include "files/option_rows.h"
+#include "files/saving.h"
+#include "platform/memory/memory_platform.h"
+#include "script/expansion.h"
+#include "script/function_library.h"
+#include "script/scanner.h"
+#include "script/symbols.h"
+#include "sessions/character_file.h"
+#include "sessions/line_triggers.h"
+#include "sessions/logs.h"
+#include "sessions/output.h"
+#include "sessions/receive.h"
+#include "sessions/session.h"
+
+namespace corvid::test {
+
+using Lines = std::vector<std::string>;
+
+// Passes calls on to what is built later.
+struct LateRunner : CommandRunner {
+  CommandRunner* Real = nullptr;
+  void ProcessCommand(const std::string& inlineText, int16& options, std::string& ErrorDescription, Parameters& rvar,
+                      int16& outchannel) override {
+    Real->ProcessCommand(inlineText, options, ErrorDescription, rvar, outchannel);
+  }
+  void SortTriggers() override { Real->SortTriggers(); }
+};
+
+struct LateErrors : ErrorSink {
+  ErrorSink* Real = nullptr;
+  void ErrorReport(const std::string& text, const std::string& line, int code, int16 flags) override {
+    Real->ErrorReport(text, line, code, flags);
+  }
+  void DisplayErrorFile(const std::string& text, int16 bufno) override { Real->DisplayErrorFile(text, bufno); }
+  void ShowError(const std::string& text) override { Real->ShowError(text); }
+  void writeError(const std::string& text) override { Real->writeError(text); }
+  void ErrorDisplay(const std::string& text) override { Real->ErrorDisplay(text); }
+  void UnknownError(const std::string& error, const std::string& procedure, const Lines& parameters) override {
+    Real->UnknownError(error, procedure, parameters);
+  }
+};
+
+struct RecordingSpeaker : Speaker {
+  explicit RecordingSpeaker(EffectLog& log) : Log(log) {}
+  void SpeakOut(const std::string& text, int16 window, int16) override {
+    if (Fails) throw Fault(FaultKind::Internal, "no voice");
+    Log.Add("speech", std::to_string(window) + " " + text);
+  }
+  void Speak(const std::string& text, int16, int16 voice) override { SpeakOut(text, voice, 0); }
+  void StopSpeech() override {}
+  void StopSpeaking(int16) override {}
+  void StopSpeakingAll() override {}
+  EffectLog& Log;
+  bool Fails = false;
+};
+
+// Message boxes are recorded as "title|text" and answered from the list; without an answer with OK or No.
+struct RecordingPrompter : Prompter {
+  explicit RecordingPrompter(EffectLog& log) : Log(log) {}
+  int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
+    Log.Add("box", title + "|" + text);
+    LastFlags = flags;
+    if (!Answers.empty()) {
+      const int16 answer = Answers.front();
+      Answers.pop_front();
+      return answer;
+    }
+    return (flags & 15) == box::OkOnly ? box::ResultOk : box::ResultNo;
+  }
+  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
+  std::string PickList(const std::string& list) override {
+    Log.Add("list", list);
+    return "";
+  }
+  bool ChooseFromList(const std::string&, const Lines&, int16&) override { return false; }
+  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
+  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
+                     const std::string&) override {}
+  std::string PickDrive(const std::string&) override { return ""; }
+  EffectLog& Log;
+  std::deque<int16> Answers;
+  int16 LastFlags = 0;
+};
+
+struct RecordingScreens : Screens {
+  explicit RecordingScreens(EffectLog& log) : Log(log) {}
+  void MaintainCharacters() override { Log.Add("screen", "characters"); }
+  int16 SelectScreenReader() override { return 0; }
+  void quit(bool Mandatory) override { Log.Add("quit", Mandatory ? "mandatory" : "asked"); }
+  void InitializeConfigs() override { Log.Add("screen", "initialize"); }
+  void SimulateEnter() override { Log.Add("enter", ""); }
+  void ShowWindowAt(int16 buffer, int32) override { Log.Add("screen", "window " + std::to_string(buffer)); }
+  EffectLog& Log;
+};
+
+struct NoJobs : TimerJobs {
+  void StartTimer1(int16, int) override {}
+};
+
+class CommandTest : public ::testing::Test {
+ protected:
+  CommandTest() {
+    runner.Real = &dispatcher;
+    lateErrors.Real = &errors;
+    options.UserDataFolder = "/data/";
+    options.AppFolder = "/app/";
+    options.SoundsFolder = "/data/Sounds/";
+    options.LogsFolder = "/data/logs/";
+    for (const char* folder : {"/data", "/data/Sounds", "/data/logs", "/app"}) memory.files.CreateFolder(folder);
+    symbols.LoadSystemVariables();
+    scriptFiles.ResizeBuffers(3);
+    sessionRoutines.ResizeConnections(0);
+    windows.SelectOutputWindow(false);
+    memory.sockets.SetEvents(&sessionRoutines);
+    sessions.AliasEnabled[0] = sessions.LogEntriesEnabled[0] = sessions.TriggerEnabled[0] = sessions.KeyEnabled[0] = 1;
+    Effects();
+  }
+
+  // Runs a line as an outer source does; what is returned is ErrorDescription.
+  std::string Run(const std::string& line, int16 flags = 0) {
+    std::string problem;
+    int16 channel = CurrentSession;
+    LastOptions = flags;
+    Parameters rvar;
+    script.CommandDepth = 0;
+    dispatcher.ProcessCommand(line, LastOptions, problem, rvar, channel);
+    LastChannel = channel;
+    return problem;
+  }
+  std::string Box(const std::string& line) { return Run(line, option::Interactive); }
+
+  // Since the last call, one per effect as "kind text"; window titles, focus and the like are left out.
+  Lines Effects() {
+    Lines lines;
+    for (const Effect& effect : memory.effects.All()) {
+      const std::string& kind = effect.Kind;
+      if (kind == "title" || kind == "focus" || kind == "forward" || kind == "session" || kind == "send" ||
+          kind == "resize" || kind == "cleared")
+        continue;
+      lines.push_back(effect.Text.empty() ? kind : kind + " " + effect.Text);
+    }
+    memory.effects.Clear();
+    return lines;
+  }
+  Lines Of(const std::string& kind) {
+    Lines lines = memory.effects.Of(kind);
+    memory.effects.Clear();
+    return lines;
+  }
+  std::string ErrorLog() const { return buffers.BufferText[buffer::ErrorLog]; }
+  void ClearErrorLog() { buffers.BufferText[buffer::ErrorLog].clear(); }
+
+  // A row of the character table.
+  int16 AddRow(const std::string& reference, const std::string& mud = "Avalon") {
+    const int16 row = AddCharacter(sessions);
+    sessions.CharacterRef[row] = reference;
+    sessions.MudName[row] = mud;
+    sessions.HostName[row] = reference + ".example";
+    sessions.Port[row] = "4000";
+    sessions.CharacterName[row] = Upper(reference.substr(0, 1)) + reference.substr(1);
+    return row;
+  }
+  // A session as it stands after a connection, without the way there.
+  void MakeSession(int16 index, const std::string& reference, bool connected) {
+    if (index > sessions.SessionHigh) sessionRoutines.ResizeConnections(index);
+    const int16 row = AddRow(reference);
+    script.SocketOwner[index] = row;
+    sessions.SessionRef[index] = reference;
+    sessions.SessionName[index] = sessions.CharacterName[row];
+    sessions.SessionMud[index] = sessions.MudName[row];
+    sessions.AliasEnabled[index] = sessions.LogEntriesEnabled[index] = 1;
+    sessions.TriggerEnabled[index] = sessions.KeyEnabled[index] = 1;
+    if (connected) Connect(index);
+    Effects();
+  }
+  void Connect(int16 index) {
+    memory.sockets.SetEvents(nullptr);
+    memory.sockets.Connect(index, "host", "4000", 60000);
+    memory.loop.Pass(1);
+    memory.sockets.SetEvents(&sessionRoutines);
+    ASSERT_TRUE(memory.sockets.Connected(index));
+  }
+  void AddAlias(const std::string& name, const std::string& body, OwnerId owner = 0, int16 definedIn = 0) {
+    std::string problem;
+    symbols.AddAlias(name, body, owner, "", definedIn, body, problem);
+  }
+  void AddVariable(const std::string& name, const std::string& value, OwnerId owner = 0) {
+    std::string problem;
+    symbols.AddVariable(name, value, owner, problem);
+  }
+  std::string Variable(const std::string& name, OwnerId owner = 0) {
+    std::string value;
+    return symbols.FindVariable(name, value, owner) == 0 ? "(none)" : value;
+  }
+
+  MemoryPlatform memory;
+  ScriptState script;
+  OptionsState options;
+  BufferState buffers;
+  SessionState sessions;
+  KeyboardState keyboard;
+  Platform platform = memory.All();
+  LateRunner runner;
+  LateErrors lateErrors;
+  RecordingSpeaker speaker{memory.effects};
+  RecordingPrompter prompter{memory.effects};
+  RecordingScreens screens{memory.effects};
+  NoJobs jobs;
+  Upcalls upcalls{runner, lateErrors, speaker, prompter, screens, jobs};
+  Symbols symbols{script, runner};
+  Scanner scanner{script, options, symbols, runner, lateErrors};
+  NoFunctions functions;
+  Expansion expansion{script, options, symbols, functions, [this] { return memory.face.ClipboardText(); }};
+  Buffers scriptFiles{buffers, script, options, symbols, scanner, platform, upcalls};
+  Saving saving{script, sessions, buffers, options, scriptFiles, platform, upcalls};
+  CharacterFile characters{sessions, options, platform, upcalls};
+  OutputWindows windows{script, options, sessions, platform};
+  Logs logs{options, sessions, platform};
+  NoLineTriggers triggers;
+  Receive receive{script, options, sessions, windows, logs, triggers, platform, upcalls};
+  Sessions sessionRoutines{script, options,    sessions, buffers, symbols, scanner,  scriptFiles,
+                           saving, characters, windows,  logs,    receive, platform, upcalls};
+  Errors errors{buffers, script, options, platform, upcalls};
+  CommandHouse house{script,    options,     buffers,         sessions, keyboard, symbols,  scanner,
+                     expansion, scriptFiles, sessionRoutines, windows,  logs,     platform, upcalls};
+  Dispatcher dispatcher{house};
+  int16 LastOptions = 0;
+  int16 LastChannel = 0;
+};
+
+}  // namespace corvid::test

@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "commands/fixture.h"
+
+namespace corvid::test {
+
+class GameTextTest : public CommandTest {
+ protected:
+  // Sessions 0 "anna", 1 "bob", 2 "bert", all connected; anna is in the foreground.
+  void ThreeSessions() {
+    MakeSession(0, "anna", true);
+    MakeSession(1, "bob", true);
+    MakeSession(2, "bert", true);
+  }
+  std::string Written(int16 session) { return memory.sockets.TakeWritten(session); }
+};
+
+TEST_F(GameTextTest, TextIsShownAndSent) {
+  MakeSession(0, "bob", true);
+  EXPECT_EQ(Run("say hello   there"), "");
+  EXPECT_EQ(Effects(), (Lines{"display 0 say hello there\r\n", "wire 0 say hello there\r\n"}));
+}
+
+TEST_F(GameTextTest, AFaceIsToldWhatIsSentWithoutTheLineEnd) {
+  MakeSession(0, "bob", true);
+  Run("look");
+  EXPECT_EQ(Of("send"), (Lines{"0 look"}));
+}
+
+TEST_F(GameTextTest, AnEmptyLineIsSentButNotShown) {
+  MakeSession(0, "bob", true);
+  Run("");
+  EXPECT_EQ(Effects(), (Lines{"wire 0 \r\n"}));
+  Run("a;;b");
+  EXPECT_EQ(Written(0), "\r\na\r\n\r\nb\r\n");
+}
+
+TEST_F(GameTextTest, NothingIsShownWhenTheOptionIsOff) {
+  MakeSession(0, "bob", true);
+  options.DisplayCommandsInOutput = false;
+  Run("look");
+  EXPECT_EQ(Effects(), (Lines{"wire 0 look\r\n"}));
+}
+
+TEST_F(GameTextTest, TheLineTerminatorIsTheOption) {
+  MakeSession(0, "bob", true);
+  options.LineTerminator = "\n";
+  Run("look");
+  EXPECT_EQ(Written(0), "look\n");
+}
+
+TEST_F(GameTextTest, TextIsExpandedAndTrimmedOnTheLeft) {
+  MakeSession(0, "bob", true);
+  AddVariable("x", "5");
+  AddVariable("blank", "");
+  Run("@blank say @x ~@x");
+  EXPECT_EQ(Written(0), "say 5 @x\r\n");
+}
+
+TEST_F(GameTextTest, AnExpansionErrorIsReportedAndNothingIsSent) {
+  MakeSession(0, "bob", true);
+  EXPECT_EQ(Run("say @~{x"), "inappropriate use of braces with variables");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"}));
+}
+
+TEST_F(GameTextTest, TypedCharactersGoOutAsSingleBytes) {
+  MakeSession(0, "bob", true);
+  Run("say \xC3\xA9\xE2\x82\xAC");
+  EXPECT_EQ(Written(0), "say \xE9\xE2\x82\xAC\r\n");
+  sessions.Utf8Seen[0] = 1;
+  Run("say \xC3\xA9\xE2\x82\xAC");
+  EXPECT_EQ(Written(0), "say \xC3\xA9\xE2\x82\xAC\r\n");
+}
+
+TEST_F(GameTextTest, TheSessionPrefixSwitches) {
+  ThreeSessions();
+  EXPECT_EQ(Run("b:hello"), "");
+  EXPECT_EQ(Written(1), "hello\r\n");
+  EXPECT_EQ(script.CurrentSocket, 1);
+  EXPECT_EQ(LastChannel, 1);
+}
+
+TEST_F(GameTextTest, TheDoubledPrefixSendsAndStays) {
+  ThreeSessions();
+  EXPECT_EQ(Run("BE::hello"), "");
+  EXPECT_EQ(Written(2), "hello\r\n");
+  EXPECT_EQ(script.CurrentSocket, 0);
+}
+
+TEST_F(GameTextTest, TheLastSeparatorCounts) {
+  ThreeSessions();
+  EXPECT_EQ(Run("say:b:hello"), "Character Reference say:b not found or not connected");
+}
+
+TEST_F(GameTextTest, TheStarSendsToAll) {
+  ThreeSessions();
+  memory.sockets.Disconnect(1);
+  Effects();
+  EXPECT_EQ(Run("*:hello"), "");
+  EXPECT_EQ(Written(0), "hello\r\n");
+  EXPECT_EQ(Written(1), "");
+  EXPECT_EQ(Written(2), "hello\r\n");
+  EXPECT_EQ(Of("box"), Lines{});
+  EXPECT_EQ(ErrorLog(), "");
+  EXPECT_EQ(script.CurrentSocket, 0);
+}
+
+TEST_F(GameTextTest, AnUnknownReferenceIsAnError) {
+  ThreeSessions();
+  EXPECT_EQ(Run("zork:hello"), "Character Reference zork not found or not connected");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"}));
+  memory.sockets.Disconnect(1);
+  memory.sockets.Disconnect(2);
+  EXPECT_EQ(Run("b:hello"), "Character Reference b not found or not connected");
+}
+
+TEST_F(GameTextTest, AnotherSwitchTextIsHonoured) {
+  ThreeSessions();
+  options.SwitchSession = "=>";
+  Run("bob=>hello");
+  EXPECT_EQ(Written(1), "hello\r\n");
+  script.CurrentSocket = 0;
+  Run("bert=>=>a:b");
+  EXPECT_EQ(Written(2), "a:b\r\n");
+}
+
+TEST_F(GameTextTest, AliasesOfTheOtherSessionAreTakenAfterASwitch) {
+  ThreeSessions();
+  AddAlias("hi", "say I am Bob", script.SocketOwner[1]);
+  Run("bob::hi");
+  EXPECT_EQ(Written(1), "say I am Bob\r\n");
+}
+
+TEST_F(GameTextTest, AnAliasGetsItsArguments) {
+  MakeSession(0, "bob", true);
+  AddVariable("x", "5");
+  AddAlias("k", "kill %1 with %2;say [%0]");
+  Run("k rat {a @x} c");
+  EXPECT_EQ(Written(0), "kill rat with a 5\r\nsay [rat a 5 c ]\r\n");
+}
+
+TEST_F(GameTextTest, ArgumentsOfTheOuterAliasAreExpandedInTheCall) {
+  MakeSession(0, "bob", true);
+  AddAlias("outer", "inner %1 ~%1");
+  AddAlias("inner", "say %1 %2");
+  Run("outer x");
+  EXPECT_EQ(Written(0), "say x %1\r\n");
+}
+
+TEST_F(GameTextTest, AnAliasWithoutArgumentsHasEmptyOnes) {
+  MakeSession(0, "bob", true);
+  AddAlias("k", "say %0,%1");
+  Run("k");
+  EXPECT_EQ(Written(0), "say ,\r\n");
+}
+
+TEST_F(GameTextTest, CapturedTextIsNotLookedAtAgain) {
+  MakeSession(0, "bob", true);
+  AddVariable("seen", ";#quit{}@x%1");
+  AddAlias("tell", "say %1");
+  Run("tell @seen");
+  EXPECT_EQ(Written(0), "say ;#quit{}@x%1\r\n");
+  EXPECT_EQ(Of("quit"), Lines{});
+}
+
+TEST_F(GameTextTest, AHundredthArgumentIsAParsingError) {
+  AddAlias("many", "x");
+  std::string line = "many";
+  for (int i = 0; i < 100; ++i) line += " y";
+  EXPECT_TRUE(Run(line).starts_with("Bad parsing error - "));
+}
+
+TEST_F(GameTextTest, AliasesCanBeSwitchedOff) {
+  MakeSession(0, "bob", true);
+  AddAlias("k", "kill");
+  sessions.AliasEnabled[0] = 0;
+  Run("k");
+  EXPECT_EQ(Written(0), "k\r\n");
+}
+
+TEST_F(GameTextTest, AnAliasOfAClassThatIsOffIsText) {
+  MakeSession(0, "bob", true);
+  std::string problem;
+  symbols.AddAlias("k", "kill", 0, "war", 0, "kill", problem);
+  Run("k");
+  EXPECT_EQ(Written(0), "k\r\n");
+  symbols.CheckAndAddClass("war", 0);
+  Run("k");
+  EXPECT_EQ(Written(0), "kill\r\n");
+}
+
+TEST_F(GameTextTest, DotsThatAreNoWalkAreSentAsTyped) {
+  MakeSession(0, "bob", true);
+  Run("...");
+  EXPECT_EQ(Written(0), "...\r\n");
+}
+
+TEST_F(GameTextTest, AWalkSaysThatItIsNotThereYet) {
+  MakeSession(0, "bob", true);
+  AddAlias(".home", "n;s");
+  EXPECT_EQ(Run(".home"), "Walking is not built yet: .home");
+  EXPECT_EQ(Run("..home"), "Walking is not built yet: ..home");
+}
+
+TEST_F(GameTextTest, WithoutAConnectionAndANameTheTextIsKept) {
+  EXPECT_EQ(Run("look"), "");
+  EXPECT_EQ(Effects(), (Lines{"display 0 look\r\n", "speech 1 Not connected.", "beep"}));
+  EXPECT_EQ(ErrorLog(), "\r\nText entered when not connected:  look");
+  ClearErrorLog();
+  Run("");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 Not connected.", "beep"}));
+  EXPECT_EQ(ErrorLog(), "");
+}
+
+TEST_F(GameTextTest, ACharacterIsAskedWhetherToConnect) {
+  MakeSession(0, "bob", false);
+  EXPECT_EQ(Run("look"), "");
+  EXPECT_EQ(Of("box"), (Lines{"Connect|Would you like to connect bob?"}));
+  EXPECT_EQ(prompter.LastFlags, box::YesNo);
+  EXPECT_EQ(Written(0), "");
+}
+
+TEST_F(GameTextTest, SentTextIsLoggedBeforeAnything) {
+  MakeSession(0, "bob", true);
+  logs.OpenLog(0);
+  Run("password secret");
+  logs.Flush(0);
+  ASSERT_EQ(memory.files.FileNames("/data/logs").size(), 1u);
+  const std::string name = memory.files.FileNames("/data/logs").front();
+  EXPECT_EQ(memory.files.ReadWhole("/data/logs/" + name), "password secret\r\n");
+  sessions.LogEntriesEnabled[0] = 0;
+  Run("quiet");
+  logs.Flush(0);
+  EXPECT_EQ(memory.files.ReadWhole("/data/logs/" + name), "password secret\r\n");
+}
+
+TEST_F(GameTextTest, ALogThatFailsGoesOffAndTheLineGoesOn) {
+  MakeSession(0, "bob", true);
+  logs.OpenLog(0);
+  memory.files.Fail = [](const std::string&, const std::string&) { return "disk full"; };
+  EXPECT_EQ(Run("look;north"), "");
+  EXPECT_FALSE(options.OutputLog);
+  EXPECT_EQ(Written(0), "look\r\nnorth\r\n");
+  EXPECT_TRUE(ErrorLog().starts_with("\r\nError opening the Output Log "));
+  EXPECT_EQ(Of("speech"), (Lines{"1 error"}));
+}
+
+TEST_F(GameTextTest, AWriteErrorIsToldAndEndsTheConnection) {
+  MakeSession(0, "bob", true);
+  memory.sockets.FailWrites = true;
+  EXPECT_EQ(Run("look"), "");
+  EXPECT_EQ(Of("box"), (Lines{"Corvid|An error occurred during the transmission to the Mud.  Error = 32"}));
+  EXPECT_FALSE(memory.sockets.Connected(0));
+}
+
+TEST_F(GameTextTest, ARecordingTakesWhatIsSent) {
+  MakeSession(0, "bob", true);
+  sessions.WalkState[0] = 2;
+  Run("n;s");
+  EXPECT_EQ(sessions.WalkBuffer[0], "n;s;");
+  sessions.WalkState[0] = 6;  // paused
+  Run("e");
+  EXPECT_EQ(sessions.WalkBuffer[0], "n;s;");
+  sessions.WalkState[0] = 2;
+  sessions.WalkBuffer[0] = std::string(10001, 'n');
+  Effects();
+  Run("e");
+  EXPECT_EQ(Of("speech"), (Lines{"1 Record buffer filling"}));
+  EXPECT_TRUE(sessions.WalkBuffer[0].ends_with("e;"));
+}
+
+TEST_F(GameTextTest, TextCanBePlacedInTheEntryLine) {
+  MakeSession(0, "bob", true);
+  Run("say hi", option::PlaceInEntry | option::DoNotSend);
+  EXPECT_EQ(buffers.EntryBox.Text(), "say hi");
+  EXPECT_EQ(buffers.EntryBox.SelStart(), 0);
+  EXPECT_EQ(Effects(), Lines{});
+  Run("say ho", option::PlaceInEntry);
+  EXPECT_EQ(buffers.EntryBox.Text(), "say ho");
+  EXPECT_EQ(Effects(), (Lines{"enter", "display 0 say ho\r\n", "wire 0 say ho\r\n"}));
+}
+
+}  // namespace corvid::test

@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "commands/fixture.h"
+
+namespace corvid::test {
+
+class SessionCommandsTest : public CommandTest {
+ protected:
+  void PutFile(const std::string& name, const std::string& text) { memory.files.Put("/data/" + name, text); }
+  // Scripts that alter a text for each event, so that a test sees what ran and for whom.
+  void PutCharacter(const std::string& reference) { AddRow(reference); }
+};
+
+TEST_F(SessionCommandsTest, ConnectOpensTheSessionAndLoadsItsScripts) {
+  PutCharacter("bob");
+  PutFile("Avalon/bob.set", "#Char bob\r\n");
+  EXPECT_EQ(Run("#CONNECT bob"), "");
+  EXPECT_EQ(script.CurrentSocket, 1);
+  EXPECT_EQ(LastChannel, 1);
+  EXPECT_TRUE(memory.sockets.Connected(1));
+  EXPECT_EQ(memory.sockets.Host(1), "bob.example");
+  EXPECT_EQ(sessions.ScriptsLoaded[1], 1);
+  EXPECT_TRUE(memory.files.FileExists("/data/Avalon/bob-Char.set"));
+}
+
+TEST_F(SessionCommandsTest, ConnectToACharacterThatIsConnectedBringsItForward) {
+  PutCharacter("bob");
+  Run("#CONNECT BOB");
+  script.CurrentSocket = 0;
+  Effects();
+  EXPECT_EQ(Run("#CONNECT bob"), "");
+  EXPECT_EQ(Of("box"), Lines{});
+  EXPECT_EQ(script.CurrentSocket, 1);
+  EXPECT_EQ(sessions.SessionHigh, 1);
+}
+
+TEST_F(SessionCommandsTest, ConnectWithoutACharacterSaysSo) {
+  EXPECT_EQ(Run("#CONNECT"), "No current character -- reconnect aborted.");
+  EXPECT_EQ(Run("#CONNECT zork"), "Character reference not found in list");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep", "speech 1 error", "beep"}));
+}
+
+TEST_F(SessionCommandsTest, ReconnectKeepsTheSession) {
+  PutCharacter("bob");
+  Run("#CONNECT bob");
+  EXPECT_EQ(Run("#CONNECT"), "BOB already connected.");
+  memory.sockets.CloseByPeer(1);
+  AddAlias("mine", "look", script.SocketOwner[1]);
+  EXPECT_EQ(Run("#CONNECT"), "");
+  EXPECT_TRUE(memory.sockets.Connected(1));
+  EXPECT_NE(symbols.FindAlias("mine", script.SocketOwner[1], true), 0);
+}
+
+TEST_F(SessionCommandsTest, ConnectWaitsThreeSecondsAndNoLonger) {
+  PutCharacter("bob");
+  memory.sockets.ConnectDelay = 5000;
+  const std::int64_t start = memory.clock.MonotonicMilliseconds();
+  EXPECT_EQ(Run("#CONNECT bob"), "");
+  EXPECT_EQ(memory.clock.MonotonicMilliseconds() - start, 3000);
+  EXPECT_FALSE(memory.sockets.Connected(1));
+  EXPECT_EQ(sessions.ScriptsLoaded[1], 0);
+  memory.loop.Pass(2500);
+  EXPECT_TRUE(memory.sockets.Connected(1));
+  EXPECT_EQ(sessions.ScriptsLoaded[1], 1);
+}
+
+TEST_F(SessionCommandsTest, ConnectGivesUpWaitingForAServerThatRefuses) {
+  PutCharacter("bob");
+  memory.sockets.OnConnectAnswer = MemorySockets::Answer::Refuse;
+  const std::int64_t start = memory.clock.MonotonicMilliseconds();
+  EXPECT_EQ(Run("#CONNECT bob"), "");
+  EXPECT_LT(memory.clock.MonotonicMilliseconds() - start, 3000);
+  EXPECT_EQ(Of("box"), (Lines{"Corvid|Unable to connect to bob.example"}));
+}
+
+TEST_F(SessionCommandsTest, AYesToTheQuestionConnectsAndSends) {
+  PutCharacter("bob");
+  Run("#CONNECT bob");
+  memory.sockets.CloseByPeer(1);
+  memory.sockets.TakeWritten(1);
+  prompter.Answers = {box::ResultYes};
+  EXPECT_EQ(Run("look"), "");
+  EXPECT_TRUE(memory.sockets.Connected(1));
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "look\r\n");
+}
+
+TEST_F(SessionCommandsTest, CharacterSwitches) {
+  MakeSession(0, "anna", true);
+  MakeSession(1, "bob", false);
+  EXPECT_EQ(Run("#CHARACTER bo"), "");
+  EXPECT_EQ(script.CurrentSocket, 1);
+  EXPECT_EQ(LastChannel, 1);
+  EXPECT_EQ(Run("#CHARACTER"), "");
+  EXPECT_EQ(script.CurrentSocket, 0);
+  EXPECT_EQ(Run("#CHARACTER zork"), "Character zork not found");
+  EXPECT_EQ(LastChannel, 0);
+}
+
+TEST_F(SessionCommandsTest, TheRestOfTheLineRunsInTheSessionThatWasChosen) {
+  MakeSession(0, "anna", true);
+  MakeSession(1, "bob", true);
+  EXPECT_EQ(Run("#CHARACTER bob;look"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "look\r\n");
+}
+
+TEST_F(SessionCommandsTest, OfflineLoadsWithoutAConnection) {
+  PutCharacter("bob");
+  EXPECT_EQ(Run("#OFFLINE bob"), "");
+  EXPECT_FALSE(memory.sockets.Connected(LastChannel));
+  EXPECT_EQ(sessions.SessionRef[LastChannel], "bob");
+  EXPECT_TRUE(memory.files.FileExists("/data/Avalon/bob-Char.set"));
+}
+
+TEST_F(SessionCommandsTest, OfflineNoLoadReadsNoFile) {
+  PutCharacter("bob");
+  EXPECT_EQ(Run("#OFFLINE bob noload"), "");
+  EXPECT_EQ(sessions.SessionRef[LastChannel], "bob");
+  EXPECT_FALSE(memory.files.FileExists("/data/Avalon/bob-Char.set"));
+}
+
+TEST_F(SessionCommandsTest, OfflineRefusesWhatItCannotDo) {
+  PutCharacter("bob");
+  EXPECT_EQ(Run("#OFFLINE bob nosuch"), "Invalid parameter after char-reference.");
+  EXPECT_EQ(Run("#OFFLINE zork"), "Character reference not found in list");
+  Run("#CONNECT bob");
+  EXPECT_EQ(Run("#OFFLINE bob"), "You must disconnect character before you can work offline with it");
+}
+
+TEST_F(SessionCommandsTest, MudAddsARow) {
+  EXPECT_EQ(Run("#MUD bob Avalon avalon.example 4000 Bob {my secret}"), "");
+  ASSERT_EQ(sessions.CharacterCount, 1);
+  EXPECT_EQ(sessions.CharacterRef[1], "bob");
+  EXPECT_EQ(sessions.MudName[1], "Avalon");
+  EXPECT_EQ(sessions.HostName[1], "avalon.example");
+  EXPECT_EQ(sessions.Port[1], "4000");
+  EXPECT_EQ(sessions.CharacterName[1], "Bob");
+  EXPECT_EQ(sessions.Password[1], "my secret");
+}
+
+TEST_F(SessionCommandsTest, MudReplacesTheFieldsOfAKnownReference) {
+  PutCharacter("bob");
+  sessions.Notes[1] = "old";
+  sessions.CharFlags[1] = 3;
+  EXPECT_EQ(Run("#MUD BOB M h 1 C p"), "");
+  ASSERT_EQ(sessions.CharacterCount, 1);
+  EXPECT_EQ(sessions.HostName[1], "h");
+  EXPECT_EQ(sessions.Notes[1], "old");
+  EXPECT_EQ(sessions.CharFlags[1], 3);
+}
+
+TEST_F(SessionCommandsTest, ReloadReadsTheCharactersFilesAgain) {
+  PutCharacter("bob");
+  Run("#OFFLINE bob");
+  const OwnerId owner = script.SocketOwner[LastChannel];
+  AddAlias("gone", "x", owner);
+  AddAlias("stays", "x", 0);
+  EXPECT_EQ(Run("#RELOAD"), "");
+  EXPECT_EQ(symbols.FindAlias("gone", owner, true), 0);
+  EXPECT_NE(symbols.FindAlias("stays", owner, true), 0);
+  EXPECT_EQ(Run("#RELOAD zork"), "Character zork not found");
+  AddAlias("gone", "x", owner);
+  EXPECT_EQ(Run("#RELOAD bob"), "");
+  EXPECT_EQ(symbols.FindAlias("gone", owner, true), 0);
+}
+
+TEST_F(SessionCommandsTest, ReloadWithoutACharacterKeepsWhatIsForEverybody) {
+  AddAlias("stays", "x", 0);
+  EXPECT_EQ(Run("#RELOAD"), "");
+  EXPECT_NE(symbols.FindAlias("stays", 0, true), 0);
+}
+
+TEST_F(SessionCommandsTest, LoadRunsAFile) {
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  EXPECT_EQ(Run("#LOAD a.set"), "");
+  EXPECT_TRUE(options.Explicit);
+  EXPECT_NE(scriptFiles.GetBufferNumber("/data/a.set"), 0);
+}
+
+TEST_F(SessionCommandsTest, LoadLooksInTheFolderOfTheGame) {
+  MakeSession(0, "bob", true);
+  sessions.MudFolder[0] = "/data/Avalon/";
+  PutFile("Avalon/b.set", "#CONFIGURE Explicit on\r\n");
+  EXPECT_EQ(Run("#LOAD B.SET"), "");
+  EXPECT_TRUE(options.Explicit);
+  EXPECT_EQ(Run("#LOAD none.set"), "Error finding file /data/none.set or /data/Avalon/none.set");
+}
+
+TEST_F(SessionCommandsTest, LoadTakesPathsWithBothSeparators) {
+  PutFile("sub/c.set", "#CONFIGURE Explicit on\r\n");
+  EXPECT_EQ(Run("#LOAD sub\\c.set"), "");
+  EXPECT_TRUE(options.Explicit);
+  EXPECT_EQ(Run("#LOAD /data/sub/c.set"), "");
+  EXPECT_EQ(Run("#LOAD /none/c.set"), "Error finding file /none/c.set");
+  EXPECT_EQ(Run("#LOAD none.set"), "Error finding file /data/none.set");
+}
+
+TEST_F(SessionCommandsTest, LoadWithNoExecuteOnlyChecks) {
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  EXPECT_EQ(Run("#LOAD a.set NoExecute"), "");
+  EXPECT_FALSE(options.Explicit);
+  EXPECT_NE(scriptFiles.GetBufferNumber("/data/a.set"), 0);
+}
+
+TEST_F(SessionCommandsTest, LoadRemovesWhatTheFileDefinedUnlessToldNot) {
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  Run("#LOAD a.set");
+  const int16 number = scriptFiles.GetBufferNumber("/data/a.set");
+  AddAlias("mine", "x", 0, number);
+  EXPECT_EQ(Run("#LOAD a.set noremove"), "");
+  EXPECT_NE(symbols.FindAlias("mine", 0, true), 0);
+  EXPECT_EQ(Run("#LOAD a.set"), "");
+  EXPECT_EQ(symbols.FindAlias("mine", 0, true), 0);
+}
+
+TEST_F(SessionCommandsTest, LoadRefusesOtherKeywords) {
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  EXPECT_EQ(Run("#LOAD a.set NoExecute|fast"), "Third parameter must be NoExecute or NoRemove if included");
+  EXPECT_FALSE(options.Explicit);
+}
+
+TEST_F(SessionCommandsTest, LoadKeepsTheBufferThatDefinitionsBelongTo) {
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  script.DefiningBuffer = 7;
+  Run("#LOAD a.set");
+  EXPECT_EQ(script.DefiningBuffer, 7);
+}
+
+TEST_F(SessionCommandsTest, AFailedCheckKeepsItsTextWithoutAReport) {
+  EXPECT_EQ(Run("#LOAD none.set NoExecute"), "Error finding file /data/none.set");
+  EXPECT_EQ(Effects(), Lines{});
+}
+
+TEST_F(SessionCommandsTest, UnloadForgetsAFileAndItsDefinitions) {
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  Run("#LOAD a.set");
+  AddAlias("mine", "x", 0, scriptFiles.GetBufferNumber("/data/a.set"));
+  EXPECT_EQ(Run("#UNLOAD a.set"), "");
+  EXPECT_EQ(scriptFiles.GetBufferNumber("/data/a.set"), 0);
+  EXPECT_EQ(symbols.FindAlias("mine", 0, true), 0);
+  EXPECT_EQ(Run("#UNLOAD none.set"), "Error finding file /data/none.set");
+}
+
+TEST_F(SessionCommandsTest, EditStartsTheEditor) {
+  PutFile("a.set", "");
+  EXPECT_EQ(Run("#EDIT a.set"), "");
+  EXPECT_EQ(Effects(), (Lines{"program Notepad.exe |/data/a.set"}));
+  EXPECT_EQ(Run("#EDIT none.set"), "Error finding file /data/none.set");
+}
+
+TEST_F(SessionCommandsTest, SaveWritesTheChangedScripts) {
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  Run("#LOAD a.set");
+  const int16 number = scriptFiles.GetBufferNumber("/data/a.set");
+  scriptFiles.SetBufferText(number, "#CONFIGURE Explicit off\r\n");
+  EXPECT_EQ(Run("#SAVE"), "");
+  EXPECT_EQ(memory.files.ReadWhole("/data/a.set"), "#CONFIGURE Explicit off\r\n");
+}
+
+TEST_F(SessionCommandsTest, SaveHasThreeWordsThatDoNothing) {
+  for (const char* word : {"variables", "Character", "FULL", "character x.txt"})
+    EXPECT_EQ(Run(std::string("#SAVE ") + word), "") << word;
+  EXPECT_EQ(Run("#SAVE variables x.txt"), "Filename not allowed with the \"Variables\" parameter.");
+  EXPECT_EQ(Run("#SAVE all"), "Save's parameter can only be Variables, Character or Full");
+}
+
+TEST_F(SessionCommandsTest, ResetGivesVariablesTheirDefaults) {
+  MakeSession(0, "bob", true);
+  const OwnerId owner = script.SocketOwner[0];
+  EXPECT_EQ(Run("#RESET bogus"), "");
+  AddVariable("mine", "1", owner);
+  AddVariable("all", "1", 0);
+  AddVariable("mine", "2", owner);
+  AddVariable("all", "2", 0);
+  EXPECT_EQ(Run("#RESET bogus"), "Reset's parameter can only be blank or \"All\"");
+  EXPECT_EQ(Run("#RESET"), "");
+  EXPECT_EQ(Variable("mine", owner), "1");
+  EXPECT_EQ(Variable("all"), "2");
+  EXPECT_EQ(Run("#RESET all"), "");
+  EXPECT_EQ(Variable("all"), "1");
+}
+
+TEST_F(SessionCommandsTest, QuitAsks) {
+  EXPECT_EQ(Run("#QUIT"), "");
+  EXPECT_EQ(Effects(), (Lines{"quit asked"}));
+}
+
+TEST_F(SessionCommandsTest, KillAllEndsEverySession) {
+  MakeSession(0, "anna", true);
+  MakeSession(1, "bob", true);
+  logs.OpenLog(1);
+  Run("look");
+  AddAlias("a", "b");
+  AddVariable("x", "1");
+  std::string problem;
+  symbols.Addmacro(65, 0, "x", 0, "", 0, "x", problem);
+  symbols.CheckAndAddClass("war", 0);
+  Effects();
+  EXPECT_EQ(Run("#KILLALL"), "");
+  EXPECT_EQ(Effects(), (Lines{"disconnect 0", "disconnect 1", "screen initialize"}));
+  EXPECT_EQ(sessions.SessionRef[0] + sessions.SessionRef[1], "");
+  EXPECT_EQ(sessions.OutputWindow(0).Text(), "");
+  EXPECT_EQ(sessions.LogOpen[1], 0);
+  EXPECT_EQ(script.AliasCount + script.VariableCount + script.MacroCount + script.ClassCount, 0);
+}
+
+TEST_F(SessionCommandsTest, KillAllOfOneCharacterForgetsItsDefinitions) {
+  MakeSession(0, "anna", true);
+  MakeSession(1, "bob", true);
+  AddAlias("hers", "x", script.SocketOwner[0]);
+  AddAlias("his", "x", script.SocketOwner[1]);
+  EXPECT_EQ(Run("#KILLALL zork"), "");
+  EXPECT_EQ(script.AliasCount, 2);
+  EXPECT_EQ(Run("#KILLALL BOB"), "");
+  EXPECT_EQ(script.AliasCount, 1);
+  EXPECT_NE(symbols.FindAlias("hers", script.SocketOwner[0], true), 0);
+}
+
+}  // namespace corvid::test
