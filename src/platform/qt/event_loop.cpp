@@ -2,22 +2,39 @@
 #include "platform/qt/event_loop.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
 
 namespace corvid {
 
-QtEventLoop::QtEventLoop(int& argc, char** argv) {
+// Counts what is delivered to any object.
+class QtEventLoop::Counter : public QObject {
+ public:
+  bool eventFilter(QObject* /*receiver*/, QEvent* /*event*/) override {
+    ++Delivered;
+    return false;
+  }
+  std::uint64_t Delivered = 0;
+};
+
+QtEventLoop::QtEventLoop(int& argc, char** argv) : counter_(std::make_unique<Counter>()) {
   if (QCoreApplication::instance() == nullptr) application_ = std::make_unique<QCoreApplication>(argc, argv);
+  QCoreApplication::instance()->installEventFilter(counter_.get());
 }
 
 QtEventLoop::~QtEventLoop() = default;
 
+// A loop inside a queued call does not see by itself what was queued before it: it would sleep over a line of input or
+// a tick that is due already. So that is delivered first, and only when there was nothing does the loop sleep.
 void QtEventLoop::Pump(bool wait) {
   ++depth_;
-  QCoreApplication::processEvents(wait ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
-                                       : QEventLoop::ProcessEventsFlags(QEventLoop::AllEvents));
+  const std::uint64_t before = counter_->Delivered;
+  QCoreApplication::sendPostedEvents();
+  const bool sleep = wait && counter_->Delivered == before && !ending_;
+  QCoreApplication::processEvents(sleep ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
+                                        : QEventLoop::ProcessEventsFlags(QEventLoop::AllEvents));
   --depth_;
 }
 

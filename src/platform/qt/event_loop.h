@@ -30,7 +30,10 @@ class QtEventLoop : public EventLoop {
   int Depth() const { return depth_; }
 
  private:
+  class Counter;
   void Pump(bool wait);
+
+  std::unique_ptr<Counter> counter_;
 
   std::unique_ptr<QCoreApplication> application_;  // empty when one existed already
   bool ending_ = false;
