@@ -115,6 +115,11 @@ class Espeak : public ::testing::Test {
     const auto last = std::find_if(samples.rbegin(), samples.rend(), loud).base();
     return first < last ? std::vector<float>(first, last) : std::vector<float>{};
   }
+  // How many samples have sound. On a busy machine, voices that are rendered faster than real time leave gaps; they do
+  // not count.
+  static double Audible(const std::vector<float>& heard) {
+    return static_cast<double>(std::count_if(heard.begin(), heard.end(), [](float sample) { return sample != 0; }));
+  }
   static double Level(const std::vector<float>& heard) {
     double sum = 0;
     for (const float sample : heard) sum += static_cast<double>(sample) * static_cast<double>(sample);
@@ -183,6 +188,10 @@ TEST_F(Espeak, SpeakingOverIsMixed) {
 }
 
 TEST_F(Espeak, SpeakingAheadInterruptsAndTheRestFollows) {
+  const double alone = Audible(Said(1, Sentence)) + Audible(Said(2, "Third.")) + Audible(Said(5, "Ahead."));
+  samples.clear();
+  turns.clear();
+  periods.clear();
   engine.SetPriority(5, 1);
   engine.Speak(1, Sentence);
   engine.Speak(2, "Third.");
@@ -191,8 +200,8 @@ TEST_F(Espeak, SpeakingAheadInterruptsAndTheRestFollows) {
   UntilSilent();
   EXPECT_EQ(Turns(), "1 5 1 2");
   EXPECT_EQ((periods[{1, 5}]), 0);
-  // What was interrupted is heard to its end, none of it twice.
-  EXPECT_NEAR((periods[{1}]), 1.7 * VoiceSampleRate / Period + 26, 25);
+  // What was interrupted is heard to its end, and none of it twice.
+  EXPECT_NEAR(Audible(samples), alone, alone / 20);
 }
 
 TEST_F(Espeak, PriorityIsThatOfTheMomentOfSpeaking) {
@@ -221,11 +230,11 @@ TEST_F(Espeak, PurgeOfOneVoiceLeavesTheOthers) {
 
 TEST_F(Espeak, AThousandLinesArePurgedAtOnce) {
   for (int i = 0; i < 1000; ++i) engine.Speak(1, "Line number " + std::to_string(i) + " of a flood.");
-  engine.Speak(2, "After the flood.");
   ASSERT_TRUE(UntilHeard(1));
   engine.Purge(1);
   EXPECT_EQ(Peak(audio.mixer.Render(Period)), 0);
   turns.clear();
+  engine.Speak(2, "After the flood.");
   UntilSilent();
   EXPECT_EQ(Turns(), "2");
 }
@@ -250,11 +259,10 @@ TEST_F(Espeak, AnEndlessLineHoldsUpNothing) {
 
 TEST_F(Espeak, ALongLineIsSaidToItsEndWithoutRepeating) {
   engine.SetRate(1, 21);
-  const std::size_t one = Said(1, Sentence).size();
+  const double one = Audible(Said(1, Sentence));
   std::string line;
   for (int i = 0; i < 20; ++i) line += Sentence + " ";
-  const std::size_t twenty = Said(1, line).size();
-  EXPECT_NEAR(static_cast<double>(twenty), 20.0 * static_cast<double>(one), 4.0 * static_cast<double>(one));
+  EXPECT_NEAR(Audible(Said(1, line)), 20 * one, 2 * one);
 }
 
 TEST_F(Espeak, RateChangesTheLength) {

@@ -103,6 +103,7 @@ class Orca : public ::testing::TestWithParam<const char*> {
   }
   pid_t Start(const std::vector<std::string>& command) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& part : command) arguments.push_back(const_cast<char*>(part.c_str()));
     arguments.push_back(nullptr);
     const pid_t pid = fork();

@@ -328,16 +328,14 @@ TEST_F(Speechd, AServiceThatComesLaterIsFound) {
   EXPECT_EQ(notices.Count(), 0U);
 }
 
-TEST_F(Speechd, AServiceThatHangsStopsNobodyAndIsToldOnce) {
+TEST_F(Speechd, AServiceThatHangsIsToldOnceAndTriedAgain) {
   auto service = std::make_unique<FakeService>(socketFile);
   SpeechdReader reader(notices.Callback(), {.callLimit = 100ms, .retryInterval = 150ms});
   ASSERT_TRUE(reader.Start());
   reader.Say(1, "before", false);
   ASSERT_TRUE(Until([&] { return service->WasTold("incoming: before"); }));
   service->hang = true;
-  const auto begin = std::chrono::steady_clock::now();
-  for (int i = 0; i < 2000; ++i) reader.Say(static_cast<int16>(1 + i % 6), "lost", i % 10 == 0);
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, 90ms) << "Say waited";
+  reader.Say(1, "lost", false);
   ASSERT_TRUE(Until([&] { return notices.Count() == 1; }));
   EXPECT_NE(notices.Last().find("does not answer"), std::string::npos);
   EXPECT_EQ(reader.Problem(), notices.Last());
@@ -357,6 +355,17 @@ TEST_F(Speechd, AServiceThatHangsStopsNobodyAndIsToldOnce) {
   service->hang = true;
   reader.Say(1, "lost", false);
   EXPECT_TRUE(Until([&] { return notices.Count() == 2; })) << "a second death is told";
+}
+
+TEST_F(Speechd, NobodyWaitsForAServiceThatHangs) {
+  auto service = std::make_unique<FakeService>(socketFile);
+  SpeechdReader reader(notices.Callback(), {.callLimit = 30s, .retryInterval = 1s});
+  ASSERT_TRUE(reader.Start());
+  service->hang = true;
+  const auto begin = std::chrono::steady_clock::now();
+  for (int i = 0; i < 2000; ++i) reader.Say(static_cast<int16>(1 + i % 6), "lost", i % 10 == 0);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, 10s);
+  service = nullptr;  // the call that hangs fails now, or the reader's end would wait for it
 }
 
 TEST_F(Speechd, AServiceThatIsStartedAgainGoesUnnoticed) {
