@@ -173,6 +173,10 @@ TEST_F(PosixFilesTest, TheProgramFindsItsData) {
   files.WriteWhole(root + "tree/build/debug/CMakeCache.txt", "", Privacy::Shared);
   EXPECT_EQ(QtPlaces(root + "tree/build/debug/src/app/corvid").AppFolder(), root + "tree/share/");
   EXPECT_EQ(QtPlaces("/opt/corvid/bin/corvid").AppFolder(), "/opt/corvid/share/corvid/");
+  // Installed below a build folder, the program still takes what was installed with it.
+  files.CreateFolder(root + "tree/build/debug/there/share/corvid");
+  EXPECT_EQ(QtPlaces(root + "tree/build/debug/there/bin/corvid").AppFolder(),
+            root + "tree/build/debug/there/share/corvid/");
 }
 
 TEST(SystemClockTest, AgreesWithItself) {

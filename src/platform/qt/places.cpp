@@ -31,16 +31,19 @@ std::string XdgFolder(const char* variable, const Places& places, const char* be
   return !value.empty() && value.front() == '/' ? AsFolder(value) : places.HomeFolder() + below;
 }
 
+// What was installed with the program comes first, wherever that is: somebody may install into a build folder.
 std::string FindAppFolder(const fs::path& program) {
   std::error_code ignored;
   const fs::path folder = program.parent_path();
+  const fs::path installed = folder.parent_path() / "share" / "corvid";
+  if (fs::is_directory(installed, ignored)) return AsFolder(installed.string());
   bool built = false;
   for (fs::path at = folder; at.has_relative_path(); at = at.parent_path()) {
     built = built || fs::exists(at / "CMakeCache.txt", ignored);
     if (built && fs::exists(at / "CMakePresets.json", ignored) && fs::is_directory(at / "share", ignored))
       return AsFolder((at / "share").string());
   }
-  return AsFolder((folder.parent_path() / "share" / "corvid").string());
+  return AsFolder(installed.string());
 }
 
 }  // namespace
