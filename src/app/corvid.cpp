@@ -40,8 +40,10 @@ Corvid::Corvid(const Platform& outside)
       keyboard({scriptState, optionsState, bufferState, sessionState, speechState, keyboardState}, symbols, scanner,
                buffers, saving, timers, platform, upcalls),
       errors(bufferState, scriptState, optionsState, platform, upcalls),
-      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, symbols,  scanner,
-             expansion,   buffers,      sessions,    output,       logs,          platform, upcalls},
+      alarms(controlState, scriptState, platform, upcalls),
+      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState,
+             symbols,     scanner,      expansion,   expressions,  buffers,       sessions,
+             output,      logs,         alarms,      platform,     upcalls},
       dispatcher(house_),
       start({scriptState, optionsState, bufferState, sessionState, speechState, symbols, buffers, saving, userFolder,
              characters, output, logs, sessions, speechSettings, platform, upcalls}) {

@@ -7,6 +7,8 @@
 
 #include "app/start_order.h"
 #include "app/switchboard.h"
+#include "commands/alarms.h"
+#include "commands/control_state.h"
 #include "commands/dispatcher.h"
 #include "commands/errors.h"
 #include "dialogs/gen_dialog.h"
@@ -52,6 +54,7 @@ class Corvid : public Screens {
   SessionState sessionState;
   SpeechState speechState;
   KeyboardState keyboardState;
+  ControlState controlState;
 
  private:
   Switchboard switchboard_;
@@ -81,6 +84,7 @@ class Corvid : public Screens {
   SpeechSettings speechSettings;
   Keyboard keyboard;
   Errors errors;
+  Alarms alarms;
 
  private:
   CommandHouse house_;

@@ -18,14 +18,17 @@
 
 namespace corvid {
 
+class Alarms;
 class Buffers;
 class Expansion;
+class ExpressionEvaluator;
 class Logs;
 class OutputWindows;
 class Scanner;
 class Sessions;
 class Symbols;
 struct CommandRow;
+struct ControlState;
 
 // All that a command may reach: the tables, and the routines of the floors below.
 struct CommandHouse {
@@ -34,13 +37,16 @@ struct CommandHouse {
   BufferState& buffers;
   SessionState& sessions;
   KeyboardState& keyboard;
+  ControlState& control;
   Symbols& symbols;
   Scanner& scanner;
   Expansion& expansion;
+  ExpressionEvaluator& expressions;
   Buffers& scriptFiles;
   Sessions& sessionRoutines;
   OutputWindows& windows;
   Logs& logs;
+  Alarms& alarms;
   Platform& platform;
   Upcalls& upcalls;
 };

@@ -15,6 +15,40 @@ void Erase(CommandCall& call);
 
 void Configure(CommandCall& call);
 
+void AddItem(CommandCall& call);
+void Alarm(CommandCall& call);
+void Alias(CommandCall& call);
+void Class(CommandCall& call);
+void DelClass(CommandCall& call);
+void GagLine(CommandCall& call);
+void GagOn(CommandCall& call);
+void Ignore(CommandCall& call);
+void Key(CommandCall& call);
+void Local(CommandCall& call);
+void PassThru(CommandCall& call);
+void Tab(CommandCall& call);
+void UnAlarm(CommandCall& call);
+void UnAlias(CommandCall& call);
+void UnClass(CommandCall& call);
+void UnGagLine(CommandCall& call);
+void UnGagOn(CommandCall& call);
+void UnKey(CommandCall& call);
+void UnTab(CommandCall& call);
+void UnVariable(CommandCall& call);
+void Variable(CommandCall& call);
+
+void Abort(CommandCall& call);
+void Break(CommandCall& call);
+void Execute(CommandCall& call);
+void ForAll(CommandCall& call);
+void If(CommandCall& call);
+void Math(CommandCall& call);
+void Ok(CommandCall& call);
+void Repeat(CommandCall& call);  // the number form
+void Until(CommandCall& call);
+void Wait(CommandCall& call);
+void While(CommandCall& call);
+
 void Character(CommandCall& call);
 void Connect(CommandCall& call);
 void Edit(CommandCall& call);

@@ -2,8 +2,10 @@
 // The one thread's event loop, and timers on it.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <thread>
 
 namespace corvid {
 
@@ -14,6 +16,8 @@ class EventLoop {
   virtual void DoEvents() = 0;
   // Sleeps until something is due or milliseconds have passed (-1: no limit), handles it, returns.
   virtual void WaitEvents(int milliseconds) = 0;
+  // Lets milliseconds pass in which nothing at all is handled.
+  virtual void Freeze(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
   // Makes the outermost Run return code; from then on Ending() is true and every waiting loop must give up.
   virtual void End(int code) = 0;
   virtual bool Ending() const = 0;

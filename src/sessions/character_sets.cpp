@@ -25,7 +25,10 @@ std::string Sessions::SetFile(int16 MudIndex, const std::string& ending) const {
 
 void Sessions::LoadCharacterSets(int16 Index, int16 flags) {
   Trap trap{upcalls_.errors, "LoadCharacterSets", {std::to_string(Index)}};
-  if ((flags & opening::SkipSets) == 0) trap.Step([&] { LoadSets(Index, flags); });
+  if ((flags & opening::SkipSets) == 0) {
+    trap.Step([&] { LoadSets(Index, flags); });
+    sessions_.ScriptChanged.at(static_cast<std::size_t>(Index)) = false;  // all that is there came from files
+  }
   trap.Step([&] {
     for (const char* name : {"playback", "recording"}) symbols_.DeleteClass(name, script_.SocketOwner[Index]);
   });
@@ -114,6 +117,8 @@ void Sessions::LoadTabWords(int16 owner, const std::string& path) {
 }
 
 bool Sessions::ScriptsChanged(int16 ownedBy) const {
+  const int16 slot = FindChannel(ownedBy);
+  if (slot >= 0 && sessions_.ScriptChanged.at(static_cast<std::size_t>(slot))) return true;
   for (int16 number = buffer::FirstScript; number <= buffers_.BufferCount; ++number)
     if (buffers_.BufferOwners[number] == ownedBy && buffers_.BufferFlags[number] != 0 &&
         scriptFiles_.IsModified(number))

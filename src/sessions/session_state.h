@@ -50,6 +50,7 @@ struct SessionState : CharacterTable {
   Table<char> Utf8Seen;       // the server has sent well-formed multi-byte UTF-8
   Table<char> ScriptsLoaded;  // OnConnect has run for this connection
   Table<char> LogOpen;
+  std::array<bool, MaxConnections + 1> ScriptChanged{};  // something was defined that no file holds yet
 
   Table<std::string> PartialLine;  // bytes held back from the previous read
   Table<char> ReadTimerLoaded;

@@ -177,6 +177,13 @@ TEST_F(DispatcherTest, AVerbatimLineNeedsTheCharacterInFront) {
   EXPECT_EQ(memory.sockets.TakeWritten(0), ">a\r\nb\r\n");
 }
 
+TEST_F(DispatcherTest, AnAssignmentMakesAVariable) {
+  EXPECT_EQ(Run("@x = 5"), "");
+  EXPECT_EQ(Variable("x"), "5");
+  EXPECT_EQ(Run("@x = {a b}"), "");
+  EXPECT_EQ(Variable("x"), "a b");
+}
+
 TEST_F(DispatcherTest, AnAssignmentWithAnotherCommandCharacterGoesToTheGame) {
   MakeSession(0, "bob", true);
   options.CommandChar = '!';
@@ -205,7 +212,9 @@ TEST_F(DispatcherTest, EraseRefusesAParameterWithoutWords) {
 }
 
 TEST_F(DispatcherTest, TheNumberFormComesLast) {
-  EXPECT_EQ(Run("#3 {say hi}"), "Corvid does not have this command yet: a repeat count");
+  MakeSession(0, "bob", true);
+  EXPECT_EQ(Run("#3 {say %I}"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "say 1\r\nsay 2\r\nsay 3\r\n");
   EXPECT_EQ(Run("#3 say hi"), "Wrong number of parameters");
   EXPECT_EQ(Run("#3", option::CheckOnly), "");
 }

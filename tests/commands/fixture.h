@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "commands/alarms.h"
 #include "commands/command_call.h"
+#include "commands/control_state.h"
 #include "commands/dispatcher.h"
 #include "commands/errors.h"
 #include "core/text.h"
@@ -17,7 +19,8 @@
 #include "files/saving.h"
 #include "platform/memory/memory_platform.h"
 #include "script/expansion.h"
-#include "script/function_library.h"
+#include "script/expression.h"
+#include "script/functions.h"
 #include "script/scanner.h"
 #include "script/symbols.h"
 #include "sessions/character_file.h"
@@ -214,6 +217,7 @@ class CommandTest : public ::testing::Test {
   BufferState buffers;
   SessionState sessions;
   KeyboardState keyboard;
+  ControlState control;
   Platform platform = memory.All();
   LateRunner runner;
   LateErrors lateErrors;
@@ -224,7 +228,8 @@ class CommandTest : public ::testing::Test {
   Upcalls upcalls{runner, lateErrors, speaker, prompter, screens, jobs};
   Symbols symbols{script, runner};
   Scanner scanner{script, options, symbols, runner, lateErrors};
-  NoFunctions functions;
+  ExpressionEvaluator expressions{options};
+  Functions functions{{script, symbols, expressions, sessions, platform.sockets, prompter, [](int32) { return true; }}};
   Expansion expansion{script, options, symbols, functions, [this] { return memory.face.ClipboardText(); }};
   Buffers scriptFiles{buffers, script, options, symbols, scanner, platform, upcalls};
   Saving saving{script, sessions, buffers, options, scriptFiles, platform, upcalls};
@@ -236,8 +241,10 @@ class CommandTest : public ::testing::Test {
   Sessions sessionRoutines{script, options,    sessions, buffers, symbols, scanner,  scriptFiles,
                            saving, characters, windows,  logs,    receive, platform, upcalls};
   Errors errors{buffers, script, options, platform, upcalls};
-  CommandHouse house{script,    options,     buffers,         sessions, keyboard, symbols,  scanner,
-                     expansion, scriptFiles, sessionRoutines, windows,  logs,     platform, upcalls};
+  Alarms alarms{control, script, platform, upcalls};
+  CommandHouse house{script,  options, buffers,   sessions,    keyboard,    control,
+                     symbols, scanner, expansion, expressions, scriptFiles, sessionRoutines,
+                     windows, logs,    alarms,    platform,    upcalls};
   Dispatcher dispatcher{house};
   int16 LastOptions = 0;
   int16 LastChannel = 0;

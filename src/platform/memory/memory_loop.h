@@ -34,6 +34,7 @@ class MemoryLoop : public EventLoop, public Timers {
 
   void DoEvents() override;
   void WaitEvents(int milliseconds) override;
+  void Freeze(int milliseconds) override { clock_.Advance(milliseconds); }
   void End(int code) override;
   bool Ending() const override { return ending_; }
   int Run() override;

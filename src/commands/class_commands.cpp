@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// CLASS, DELCLASS, UNCLASS and LOCAL: which definitions count, and for whom.
+#include <optional>
+
+#include "commands/command_call.h"
+#include "commands/handlers.h"
+#include "core/pattern.h"
+#include "core/text.h"
+#include "script/symbols.h"
+
+namespace corvid {
+
+namespace {
+
+// The class list without one class; nothing when the class is not in it.
+std::optional<std::string> Without(const std::string& list, const std::string& name) {
+  std::string rest;
+  bool found = false;
+  for (const std::string& held : Split(list, "|")) {
+    if (SameText(held, name)) {
+      found = true;
+      continue;
+    }
+    if (!rest.empty()) rest += '|';
+    rest += held;
+  }
+  if (!found) return std::nullopt;
+  return rest;
+}
+
+// What a class that goes means for one definition. True: the definition goes as well.
+using Verdict = bool (*)(std::string& classes, int16 definitionOwner, const std::string& name, OwnerId owner);
+
+bool GoesWithItsClass(std::string& classes, int16 /*definitionOwner*/, const std::string& name, OwnerId /*owner*/) {
+  return Without(classes, name).has_value();
+}
+
+bool GoesOrLosesItsClass(std::string& classes, int16 definitionOwner, const std::string& name, OwnerId owner) {
+  if (definitionOwner != owner) return false;
+  if (SameText(classes, name)) return true;
+  const std::optional<std::string> rest = Without(classes, name);
+  if (rest) classes = *rest;
+  return false;
+}
+
+void RemoveClass(CommandCall& call, Verdict goes) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  const std::string& name = call.P[2];
+  if (name.find('|') != std::string::npos) return call.fail("Only one class may be specified in the  first parameter.");
+  if (name.empty()) return;
+  ScriptState& script = call.house.script;
+  const OwnerId owner = call.definitionOwner;
+  for (int16 i = 1; i <= script.TriggerCount; ++i) {
+    TriggerRecord& trigger = script.Triggers[i];
+    if (goes(trigger.Class, trigger.Owner, name, owner)) trigger.Pattern.clear();
+  }
+  for (int16 i = 1; i <= script.MacroCount; ++i)
+    if (goes(script.MacroClasses[i], script.MacroOwners[i], name, owner)) script.MacroKeyCodes[i] = 0;
+  for (int16 i = 1; i <= script.AliasCount; ++i)
+    if (goes(script.AliasClasses[i], script.AliasOwners[i], name, owner)) script.AliasNames[i].clear();
+  call.house.symbols.CompressCommand(windowtype::Triggers | windowtype::Keys | windowtype::Aliases);
+  call.house.symbols.DeleteClass(name, owner);
+  std::string& current = script.CurrentClass[call.outchannel];
+  if (SameText(current, name)) current.clear();
+}
+
+}  // namespace
+
+void handler::Class(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  ScriptState& script = call.house.script;
+  if (call.count() == 0) {
+    if (script.ClassCount == 0) return call.house.platform.face.Beep();
+    return call.fail("The list of classes is not built yet");
+  }
+  if (call.P[2].find('|') != std::string::npos)
+    return call.fail("Only one class may be specified in the  first parameter.");
+  const std::string name = call.P[2] == "0" ? "" : call.P[2];
+  std::string& current = script.CurrentClass[call.outchannel];
+  const std::string keyword = Upper(call.P[3]);
+  if (keyword == "ENABLE") {
+    call.house.symbols.CheckAndAddClass(name, call.definitionOwner);
+  } else if (keyword == "DISABLE") {
+    call.house.symbols.DeleteClass(name, call.definitionOwner);
+    if (SameText(current, name)) current.clear();
+  } else if (keyword.empty()) {
+    call.house.symbols.CheckAndAddClass(name, call.definitionOwner);
+    current = Upper(name);
+  } else {
+    call.fail("Bad Class parameter 2");
+  }
+}
+
+void handler::DelClass(CommandCall& call) {
+  RemoveClass(call, GoesWithItsClass);
+}
+
+void handler::UnClass(CommandCall& call) {
+  RemoveClass(call, GoesOrLosesItsClass);
+}
+
+void handler::Local(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  const SessionState& table = call.house.sessions;
+  const std::string pattern = Upper(call.P[2]) + "*";
+  // Kept: the last name that fits wins, and no name at all fits every one.
+  for (int16 i = 1; i <= table.CharacterCount; ++i)
+    if (Like(Upper(table.CharacterName[i]), pattern)) call.house.script.CurrentOwner = i;
+}
+
+}  // namespace corvid

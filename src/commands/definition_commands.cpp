@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// ALIAS, KEY, VARIABLE, ADDITEM and the commands that take these definitions away.
+#include "commands/command_call.h"
+#include "commands/handlers.h"
+#include "core/keys.h"
+#include "core/text.h"
+#include "script/symbols.h"
+
+namespace corvid {
+
+namespace {
+
+constexpr std::size_t ExpandPlaces = 3;  // in which "%EXPAND" at the start of a body counts
+
+// A body that begins with "%EXPAND" is expanded once, now. False when that failed.
+bool ExpandBodyNow(CommandCall& call, std::string& body) {
+  const std::size_t place = Upper(body).find("%EXPAND");
+  return place >= ExpandPlaces || ExpandText(call, body);
+}
+
+// The classes of a new definition: those given, and the one that the session's definitions join now.
+std::string ClassList(const CommandCall& call, const std::string& given) {
+  const std::string& current = call.house.script.CurrentClass[call.outchannel];
+  if (current.empty()) return given;
+  if (given.empty()) return current;
+  const std::string wrapped = "|" + Upper(given) + "|";
+  if (wrapped.find("|" + Upper(current) + "|") != std::string::npos) return given;
+  return current + "|" + given;
+}
+
+void MarkChanged(CommandCall& call) {
+  call.house.sessions.ScriptChanged.at(static_cast<std::size_t>(call.outchannel)) = true;
+}
+
+bool ListHolds(const std::string& list, const std::string& item) {
+  for (const std::string& held : Split(list, "|"))
+    if (SameText(held, item)) return true;
+  return false;
+}
+
+}  // namespace
+
+void handler::Alias(CommandCall& call) {
+  std::string body = call.P[3];
+  if (call.checkOnly()) {
+    CheckNested(call, body);
+    return;
+  }
+  if (!ExpandText(call, call.P[2]) || !ExpandBodyNow(call, body)) return;
+  ScriptState& script = call.house.script;
+  std::string problem;
+  call.house.symbols.AddAlias(call.P[2], body, call.definitionOwner, ClassList(call, call.P[4]), script.DefiningBuffer,
+                              call.P[3], problem);
+  MarkChanged(call);
+}
+
+void handler::Key(CommandCall& call) {
+  constexpr int16 bodyPlace = 3;
+  std::string body = call.P[bodyPlace];
+  if (call.checkOnly()) {
+    CheckNested(call, body);
+    return;
+  }
+  if (!ExpandParameters(call, bodyPlace) || !ExpandBodyNow(call, body)) return;
+  int16 shift = 0;
+  int16 code = 0;
+  ParseKeystroke(call.P[2], shift, code);
+  if (code == -1) return;
+  std::string problem;
+  MarkChanged(call);
+  call.house.symbols.Addmacro(code, shift, body, call.definitionOwner, ClassList(call, call.P[4]),
+                              call.house.script.DefiningBuffer, call.P[bodyPlace], problem);
+}
+
+void handler::Variable(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  if (call.count() == 0) return call.fail("The list of variables is not built yet");
+  Symbols& symbols = call.house.symbols;
+  if (call.count() == 3) {
+    symbols.AddVariable(call.P[2], call.P[3], call.definitionOwner, call.ErrorDescription, call.P[4]);
+  } else {
+    symbols.AddVariable(call.P[2], call.P[3], call.definitionOwner, call.ErrorDescription);
+  }
+  if (!call.ErrorDescription.empty()) call.next = Flow::Report;
+}
+
+void handler::AddItem(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  const bool single = call.count() == 3;
+  if (single && !SameText(call.P[4], "NODUPLICATES")) return call.fail("If included, parameter 3 must be NoDuplicates");
+  Symbols& symbols = call.house.symbols;
+  const std::string& item = call.P[3];
+  std::string list;
+  if (symbols.FindVariable(call.P[2], list, call.owner) == 0 || list.empty()) {
+    list = item;
+  } else if (!single || !ListHolds(list, item)) {
+    list += "|" + item;
+  }
+  symbols.AddVariable(call.P[2], list, call.owner, call.ErrorDescription);
+  if (!call.ErrorDescription.empty()) call.next = Flow::Report;
+}
+
+void handler::UnAlias(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  ScriptState& script = call.house.script;
+  for (int16 i = 1; i <= script.AliasCount; ++i) {
+    if (script.AliasOwners[i] != call.definitionOwner || !SameText(script.AliasNames[i], Trim(call.P[2]))) continue;
+    if (call.P[3].empty() || SameText(script.AliasClasses[i], call.P[3])) script.AliasNames[i].clear();
+  }
+  call.house.symbols.CompressCommand(windowtype::Aliases);
+}
+
+void handler::UnKey(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  ScriptState& script = call.house.script;
+  int16 shift = 0;
+  int16 code = 0;
+  ParseKeystroke(call.P[2], shift, code);
+  for (int16 i = 1; i <= script.MacroCount; ++i) {
+    if (script.MacroOwners[i] != call.definitionOwner || script.MacroKeyCodes[i] != code ||
+        script.MacroShifts[i] != shift)
+      continue;
+    if (call.P[3].empty() || SameText(script.MacroClasses[i], call.P[3])) script.MacroKeyCodes[i] = 0;
+  }
+  call.house.symbols.CompressCommand(windowtype::Keys);
+}
+
+void handler::UnVariable(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  ScriptState& script = call.house.script;
+  std::string value;
+  const int32 row = call.house.symbols.FindVariable(call.P[2], value, call.definitionOwner);
+  // A variable for everybody goes only by the "G" form: other characters read it too.
+  if (row == 0 || script.VariableOwners[row] != call.definitionOwner) return;
+  script.VariableNames[row].clear();
+  call.house.symbols.CompressCommand(windowtype::Variables);
+}
+
+}  // namespace corvid

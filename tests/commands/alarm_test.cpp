@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "commands/fixture.h"
+
+namespace corvid::test {
+
+class AlarmTest : public CommandTest {
+ protected:
+  AlarmTest() {
+    MakeSession(0, "bob", true);
+    owner = script.SocketOwner[0];
+  }
+  std::string Sent() { return Replace(memory.sockets.TakeWritten(0), "\r\n", "/"); }
+  OwnerId owner = 0;
+};
+
+TEST_F(AlarmTest, RunsOnceAfterItsTime) {
+  EXPECT_EQ(Run("#ALARM 5 {say hi}"), "");
+  memory.loop.Pass(4900);
+  EXPECT_EQ(Sent(), "");
+  memory.loop.Pass(300);
+  EXPECT_EQ(Sent(), "say hi/");
+  memory.loop.Pass(20000);
+  EXPECT_EQ(Sent(), "");
+  EXPECT_FALSE(alarms.Running());
+}
+
+TEST_F(AlarmTest, ANegativeTimeRepeats) {
+  Run("#ALARM -2 {say hi}");
+  memory.loop.Pass(1900);
+  EXPECT_EQ(Sent(), "");
+  memory.loop.Pass(5000);
+  EXPECT_EQ(Sent(), "say hi/say hi/say hi/");
+  EXPECT_EQ(Run("#UNALARM -1"), "");
+  memory.loop.Pass(5000);
+  EXPECT_EQ(Sent(), "");
+}
+
+TEST_F(AlarmTest, TwoOfThemTakeTwoSlots) {
+  Run("#ALARM 5 {say a};#ALARM 5 {say b}");
+  EXPECT_EQ(alarms.Highest(), 2);
+  memory.loop.Pass(5200);
+  EXPECT_EQ(Sent(), "say a/say b/");
+  Run("#ALARM 5 {say c}");
+  EXPECT_EQ(alarms.Highest(), 2);
+}
+
+TEST_F(AlarmTest, ANamedAlarmKeepsItsSlotWhileItWaits) {
+  Run("#ALARM t 5 {say a}");
+  EXPECT_EQ(Variable("t", owner), "1");
+  Run("#ALARM t 9 {say b}");
+  EXPECT_EQ(alarms.Highest(), 1);
+  memory.loop.Pass(6000);
+  EXPECT_EQ(Sent(), "");
+  Run("#ALARM t 1");  // the same line, sooner
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say b/");
+  Run("#ALARM t 5 {say c}");
+  EXPECT_EQ(Variable("t", owner), "1");
+}
+
+TEST_F(AlarmTest, TheFormIsToldBeforeAnyExpansion) {
+  AddVariable("n", "5");
+  EXPECT_EQ(Run("#ALARM @n {say hi}"), "");
+  EXPECT_EQ(Run("#ALARM soon {say hi}"), "Time period in alarm must be numeric");
+  EXPECT_EQ(Run("#ALARM {} {say hi}"), "Time period in alarm must be numeric");
+}
+
+TEST_F(AlarmTest, CheckModeOnlyParsesTheBody) {
+  EXPECT_EQ(Run("#ALARM 5 {#xyz}", option::CheckOnly), "");
+  EXPECT_EQ(Run("#ALARM zork {#xyz }", option::CheckOnly), "");
+  EXPECT_EQ(alarms.Highest(), 1);
+  EXPECT_FALSE(alarms.Running());
+}
+
+TEST_F(AlarmTest, ASessionThatIsDownMissesItsAlarm) {
+  Run("#ALARM -2 {say hi}");
+  memory.sockets.Disconnect(0);
+  memory.loop.Pass(3000);
+  Connect(0);
+  EXPECT_EQ(Sent(), "");
+  memory.loop.Pass(2000);
+  EXPECT_EQ(Sent(), "say hi/");
+}
+
+TEST_F(AlarmTest, AnErrorIsReportedAndTheRestGoesOn) {
+  Run("#ALARM 1 {#xyz};#ALARM 1 {say hi}");
+  Effects();
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say hi/");
+  EXPECT_EQ(Of("speech"), (Lines{"1 error"}));
+  EXPECT_EQ(ErrorLog(), "\r\nBad command #xyz in command: #xyz");
+}
+
+TEST_F(AlarmTest, AnAlarmMayCancelThemAll) {
+  Run("#ALARM 1 {#UNALARM -1;say bye};#ALARM 1 {say no};#ALARM -1 {say never}");
+  memory.loop.Pass(5000);
+  EXPECT_EQ(Sent(), "say bye/");
+  EXPECT_EQ(alarms.Highest(), 1);
+}
+
+TEST_F(AlarmTest, AnAlarmSetByAnAlarmWaitsForTheNextTick) {
+  Run("#ALARM 1 {#ALARM 0 {say later};say now}");
+  memory.loop.Pass(1100);
+  EXPECT_EQ(Sent(), "say now/");
+  memory.loop.Pass(200);
+  EXPECT_EQ(Sent(), "say later/");
+}
+
+TEST_F(AlarmTest, AnAlarmPastMidnightComes) {
+  memory.clock.SetNow({2026, 1, 15, 23, 59, 58});
+  Run("#ALARM 5 {say hi}");
+  memory.loop.Pass(4500);
+  EXPECT_EQ(Sent(), "");
+  memory.loop.Pass(1000);
+  EXPECT_EQ(Sent(), "say hi/");
+}
+
+TEST_F(AlarmTest, UnAlarmTakesNumbersNamesAndVariables) {
+  Run("#ALARM t 5 {say a};#ALARM 5 {say b};#ALARM 5 {say c}");
+  EXPECT_EQ(Run("#UNALARM t"), "");
+  EXPECT_EQ(Run("#UNALARM 3"), "");
+  memory.loop.Pass(6000);
+  EXPECT_EQ(Sent(), "say b/");
+  EXPECT_EQ(Run("#UNALARM 9"), "Parameter 1 is not an active alarm");
+  EXPECT_EQ(Run("#UNALARM 0"), "Parameter 1 is not an active alarm");
+}
+
+TEST_F(AlarmTest, ABadIdLeavesItsTextForTheCaller) {
+  Effects();
+  EXPECT_EQ(Run("#UNALARM zork"), "parameter 1 (ID) must be numeric or hold a numeirc value");
+  EXPECT_EQ(Effects(), Lines{});
+  EXPECT_EQ(ErrorLog(), "");
+}
+
+TEST_F(AlarmTest, AVariableThatNamesNoSlotIsNoFault) {
+  AddVariable("t", "70000", owner);
+  EXPECT_EQ(Run("#ALARM t 5 {say hi}"), "");
+  EXPECT_EQ(Variable("t", owner), "1");
+}
+
+}  // namespace corvid::test

@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "commands/fixture.h"
+#include "core/keys.h"
+
+namespace corvid::test {
+
+class DefinitionTest : public CommandTest {
+ protected:
+  int16 AliasRow(const std::string& name, OwnerId owner = 0) { return symbols.FindAlias(name, owner, false); }
+  std::string AliasBody(const std::string& name, OwnerId owner = 0) {
+    const int16 row = AliasRow(name, owner);
+    return row == 0 ? "(none)" : script.AliasValues[row];
+  }
+  std::string AliasClass(const std::string& name) { return script.AliasClasses[AliasRow(name)]; }
+  std::string KeyBody(int16 code, int16 shift, OwnerId owner = 0) {
+    const int16 row = symbols.FindMacro(code, shift, owner, false);
+    return row == 0 ? "(none)" : script.MacroValues[row];
+  }
+};
+
+TEST_F(DefinitionTest, AliasKeepsBodyOriginalBufferAndOwner) {
+  MakeSession(0, "bob", true);
+  const OwnerId owner = script.SocketOwner[0];
+  script.DefiningBuffer = 3;
+  EXPECT_EQ(Run("#ALIAS k {kill %1;say @x} war"), "");
+  const int16 row = AliasRow("K", owner);
+  ASSERT_NE(row, 0);
+  EXPECT_EQ(script.AliasNames[row], "k");
+  EXPECT_EQ(script.AliasValues[row], "kill %1;say @x");
+  EXPECT_EQ(script.AliasOriginals[row], "kill %1;say @x");
+  EXPECT_EQ(script.AliasClasses[row], "war");
+  EXPECT_EQ(script.AliasBuffers[row], 3);
+  EXPECT_EQ(script.AliasOwners[row], owner);
+  EXPECT_TRUE(sessions.ScriptChanged[0]);
+}
+
+TEST_F(DefinitionTest, ThePrefixMakesADefinitionForEverybody) {
+  MakeSession(0, "bob", true);
+  EXPECT_EQ(Run("#GALIAS k kill"), "");
+  EXPECT_EQ(script.AliasOwners[AliasRow("k")], 0);
+  EXPECT_EQ(Run("#GKEY F5 look;#GVAR x 5"), "");
+  EXPECT_EQ(KeyBody(keycode::F1 + 4, 0), "look");
+  EXPECT_EQ(Variable("x"), "5");
+  EXPECT_EQ(script.VariableOwners[1], 0);
+}
+
+TEST_F(DefinitionTest, AnAliasReplacesWhateverHadItsName) {
+  Run("#ALIAS k one a");
+  Run("#ALIAS K two b");
+  EXPECT_EQ(script.AliasCount, 1);
+  EXPECT_EQ(AliasBody("k"), "two");
+  EXPECT_EQ(AliasClass("k"), "b");
+}
+
+TEST_F(DefinitionTest, TheNameIsExpandedAndTheBodyOnlyOnRequest) {
+  AddVariable("n", "kk");
+  AddVariable("y", "5");
+  EXPECT_EQ(Run("#ALIAS @n {say @y}"), "");
+  EXPECT_EQ(AliasBody("kk"), "say @y");
+  Run("#ALIAS e {%EXPAND(say @y)}");
+  EXPECT_EQ(AliasBody("e"), "say 5");
+  EXPECT_EQ(script.AliasOriginals[AliasRow("e")], "%EXPAND(say @y)");
+  Run("#ALIAS e {%expand @y}");
+  EXPECT_EQ(AliasBody("e"), "%expand 5");
+  Run("#ALIAS e {  %expand @y}");
+  EXPECT_EQ(AliasBody("e"), "  %expand 5");
+  Run("#ALIAS e {   %expand @y}");
+  EXPECT_EQ(AliasBody("e"), "   %expand @y");
+  Run("#ALIAS e {say %expand @y}");
+  EXPECT_EQ(AliasBody("e"), "say %expand @y");
+}
+
+TEST_F(DefinitionTest, DefinitionsJoinTheCurrentClass) {
+  script.CurrentClass[0] = "B";
+  Run("#ALIAS x {#say y} {a}");
+  EXPECT_EQ(AliasClass("x"), "B|a");
+  Run("#ALIAS x {#say y}");
+  EXPECT_EQ(AliasClass("x"), "B");
+  Run("#ALIAS x {#say y} {c|b|a}");
+  EXPECT_EQ(AliasClass("x"), "c|b|a");
+  script.CurrentClass[0] = "";
+  Run("#ALIAS x {#say y} {a}");
+  EXPECT_EQ(AliasClass("x"), "a");
+}
+
+TEST_F(DefinitionTest, CheckModeLooksAtTheBodyOnly) {
+  EXPECT_EQ(Run("#ALIAS x {#xyz}", option::CheckOnly), "Bad command #xyz");
+  EXPECT_EQ(Run("#KEY nokey {#xyz}", option::CheckOnly), "Bad command #xyz");
+  EXPECT_EQ(Run("#ALIAS x {#quit;look}", option::CheckOnly), "");
+  EXPECT_EQ(script.AliasCount + script.MacroCount, 0);
+  EXPECT_EQ(Of("quit"), Lines{});
+}
+
+TEST_F(DefinitionTest, CheckedBodiesOfOneLineAddUp) {
+  std::string line = "#ALIAS a {x}";
+  for (int i = 1; i < 11; ++i) line += ";#ALIAS a {x}";
+  EXPECT_EQ(Run(line, option::CheckOnly), "");
+  EXPECT_EQ(Run(line + ";#ALIAS a {x}", option::CheckOnly), "recursive check - probable infinite loop detected");
+}
+
+TEST_F(DefinitionTest, AnAliasMayRedefineAndRemoveItself) {
+  MakeSession(0, "bob", true);
+  Run("#ALIAS once {#ALIAS once {say second};say first}");
+  EXPECT_EQ(Run("once"), "");
+  EXPECT_EQ(Run("once"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "say first\r\nsay second\r\n");
+  Run("#ALIAS gone {#UNALIAS gone;say bye}");
+  EXPECT_EQ(Run("gone"), "");
+  EXPECT_EQ(Run("gone"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "say bye\r\ngone\r\n");
+}
+
+TEST_F(DefinitionTest, KeyTakesKeystrokes) {
+  AddVariable("k", "Control-F5");
+  EXPECT_EQ(Run("#KEY @k {say @x} {@k}"), "");
+  EXPECT_EQ(KeyBody(keycode::F1 + 4, ControlBit), "say @x");
+  EXPECT_EQ(script.MacroClasses[1], "Control-F5");
+  EXPECT_EQ(script.MacroOriginals[1], "say @x");
+  EXPECT_EQ(Run("#KEY nosuchkey look"), "");
+  EXPECT_EQ(script.MacroCount, 1);
+  EXPECT_EQ(Effects(), Lines{});
+}
+
+TEST_F(DefinitionTest, VariablesHaveDefaults) {
+  EXPECT_EQ(Run("#VAR x 5"), "");
+  EXPECT_EQ(script.VariableDefaults[1], "5");
+  EXPECT_EQ(Run("#VARIABLE x 6 7"), "");
+  EXPECT_EQ(Variable("x"), "6");
+  EXPECT_EQ(script.VariableDefaults[1], "5");
+  EXPECT_EQ(Run("#VAR y 6 7"), "");
+  EXPECT_EQ(script.VariableDefaults[2], "7");
+  EXPECT_EQ(Run("#VAR z"), "");
+  EXPECT_EQ(Variable("z"), "");
+  EXPECT_EQ(Run("#VAR 9x 1;#VAR a_b 1"), "");
+  EXPECT_EQ(script.VariableCount, 3);
+  EXPECT_EQ(Run("#VAR"), "The list of variables is not built yet");
+}
+
+TEST_F(DefinitionTest, AnAssignmentOfACharacterChangesTheVariableOfEverybody) {
+  MakeSession(0, "bob", true);
+  AddVariable("x", "1");
+  Run("#VAR x 2");
+  EXPECT_EQ(script.VariableCount, 1);
+  EXPECT_EQ(Variable("x"), "2");
+}
+
+TEST_F(DefinitionTest, AddItemMakesAList) {
+  EXPECT_EQ(Run("#ADDITEM l a"), "");
+  EXPECT_EQ(Run("#ADDITEM l {b c}"), "");
+  EXPECT_EQ(Run("#ADDITEM l a"), "");
+  EXPECT_EQ(Variable("l"), "a|b c|a");
+  EXPECT_EQ(Run("#ADDITEM l {B C} noduplicates"), "");
+  EXPECT_EQ(Variable("l"), "a|b c|a");
+  EXPECT_EQ(Run("#ADDITEM l d NoDuplicates"), "");
+  EXPECT_EQ(Variable("l"), "a|b c|a|d");
+  EXPECT_EQ(Run("#ADDITEM l d twice"), "If included, parameter 3 must be NoDuplicates");
+}
+
+TEST_F(DefinitionTest, AddItemIsForTheSessionEvenWithThePrefix) {
+  MakeSession(0, "bob", true);
+  Run("#GADDITEM l a");
+  EXPECT_EQ(script.VariableOwners[1], script.SocketOwner[0]);
+}
+
+TEST_F(DefinitionTest, UnAliasTakesOwnerAndClassIntoAccount) {
+  MakeSession(0, "bob", true);
+  const OwnerId owner = script.SocketOwner[0];
+  AddAlias("all", "x");
+  Run("#ALIAS mine x war;#ALIAS too x");
+  EXPECT_EQ(Run("#UNALIAS all;#UNALIAS mine peace;#UNALIAS nosuch"), "");
+  EXPECT_NE(AliasRow("mine", owner), 0);
+  EXPECT_NE(AliasRow("all"), 0);
+  EXPECT_EQ(Run("#UNALIAS MINE WAR;#UNALI TOO;#GUNALIAS all"), "");
+  EXPECT_EQ(script.AliasCount, 0);
+  EXPECT_EQ(Effects(), Lines{});
+}
+
+TEST_F(DefinitionTest, UnKeyTakesTheKeyAway) {
+  Run("#KEY F5 a;#KEY Shift-F5 b war;#KEY F6 c");
+  EXPECT_EQ(Run("#UNKEY Shift-F5 peace;#UNKEY F5"), "");
+  EXPECT_EQ(KeyBody(keycode::F1 + 4, 0), "(none)");
+  EXPECT_EQ(KeyBody(keycode::F1 + 4, ShiftBit), "b");
+  EXPECT_EQ(KeyBody(keycode::F1 + 5, 0), "c");
+  EXPECT_EQ(Run("#UNKEY Shift-F5 WAR;#UNKEY bogus"), "");
+  EXPECT_EQ(script.MacroCount, 1);
+}
+
+TEST_F(DefinitionTest, UnVariableLeavesWhatIsForEverybody) {
+  MakeSession(0, "bob", true);
+  AddVariable("x", "1");
+  Run("#UNVAR x");
+  EXPECT_EQ(Variable("x"), "1");
+  Run("#GUNVAR x;#UNVAR nosuch");
+  EXPECT_EQ(Variable("x"), "(none)");
+  EXPECT_EQ(script.VariableCount, 0);
+}
+
+TEST_F(DefinitionTest, ClassEnablesDisablesAndSelects) {
+  EXPECT_EQ(Run("#CLASS war enable"), "");
+  EXPECT_TRUE(symbols.InClass("WAR", 0));
+  EXPECT_EQ(script.CurrentClass[0], "");
+  EXPECT_EQ(Run("#CLASS peace"), "");
+  EXPECT_TRUE(symbols.InClass("peace", 0));
+  EXPECT_EQ(script.CurrentClass[0], "PEACE");
+  EXPECT_EQ(Run("#CLASS Peace DISABLE"), "");
+  EXPECT_FALSE(symbols.InClass("peace", 0));
+  EXPECT_EQ(script.CurrentClass[0], "");
+  Run("#CLASS peace");
+  EXPECT_EQ(Run("#CLASS 0"), "");
+  EXPECT_EQ(script.CurrentClass[0], "");
+  EXPECT_EQ(script.ClassCount, 2);
+  EXPECT_EQ(Run("#CLASS a|b"), "Only one class may be specified in the  first parameter.");
+  EXPECT_EQ(Run("#CLASS a sometimes"), "Bad Class parameter 2");
+}
+
+TEST_F(DefinitionTest, TheListOfClassesBeepsWhenEmpty) {
+  EXPECT_EQ(Run("#CLASS"), "");
+  EXPECT_EQ(Effects(), (Lines{"beep"}));
+  Run("#CLASS war enable");
+  EXPECT_EQ(Run("#CLASS"), "The list of classes is not built yet");
+}
+
+TEST_F(DefinitionTest, DelClassRemovesEveryMemberOfEveryOwner) {
+  MakeSession(0, "bob", true);
+  Run("#CLASS war");
+  Run("#CLASS 0");
+  Run("#ALIAS a x war;#GALIAS b x {peace|WAR};#ALIAS c x peace;#GKEY F5 x war;#KEY F6 x peace");
+  EXPECT_EQ(Run("#DELCLASS War"), "");
+  EXPECT_EQ(script.AliasCount, 1);
+  EXPECT_EQ(script.MacroCount, 1);
+  EXPECT_FALSE(symbols.InClass("war", script.SocketOwner[0]));
+  EXPECT_EQ(Run("#DELCLASS a|b"), "Only one class may be specified in the  first parameter.");
+}
+
+TEST_F(DefinitionTest, UnClassKeepsMembersWithOtherClassesAndOtherOwners) {
+  MakeSession(0, "bob", true);
+  const OwnerId owner = script.SocketOwner[0];
+  Run("#ALIAS a x war;#ALIAS b x {peace|WAR};#GALIAS c x war;#KEY F6 x {war|peace}");
+  Run("#CLASS war");
+  EXPECT_EQ(Run("#UNCLASS war"), "");
+  EXPECT_EQ(AliasRow("a", owner), 0);
+  EXPECT_EQ(script.AliasClasses[AliasRow("b", owner)], "peace");
+  EXPECT_NE(AliasRow("c"), 0);
+  EXPECT_EQ(script.MacroClasses[1], "peace");
+  EXPECT_EQ(script.CurrentClass[0], "");
+}
+
+TEST_F(DefinitionTest, LocalTakesTheLastNameThatFits) {
+  AddRow("bob");
+  AddRow("bert");
+  AddRow("anna");
+  EXPECT_EQ(Run("#LOCAL b"), "");
+  EXPECT_EQ(script.CurrentOwner, 2);
+  EXPECT_EQ(Run("#LOCAL BO"), "");
+  EXPECT_EQ(script.CurrentOwner, 1);
+  EXPECT_EQ(Run("#LOCAL zork"), "");
+  EXPECT_EQ(script.CurrentOwner, 1);
+  EXPECT_EQ(Run("#LOCAL"), "");
+  EXPECT_EQ(script.CurrentOwner, 3);
+}
+
+TEST_F(DefinitionTest, TabWordsAreKeptInTheirFile) {
+  MakeSession(0, "bob", true);
+  sessions.MudFolder[0] = "/data/Avalon/";
+  memory.files.CreateFolder("/data/Avalon");
+  script.CurrentOwner = script.SocketOwner[0];
+  EXPECT_EQ(Run("#TAB {rat|Dragon king|RAT}"), "");
+  EXPECT_EQ(memory.files.ReadWhole("/data/Avalon/bob.Tab"), "rat\r\nDragon king\r\n");
+  EXPECT_EQ(Run("#TAB rat"), "");
+  EXPECT_EQ(script.TabWordCount, 2);
+  EXPECT_EQ(Run("#UNTAB DRAGON~ KING|nosuch"), "");
+  EXPECT_EQ(memory.files.ReadWhole("/data/Avalon/bob.Tab"), "rat\r\n");
+  EXPECT_EQ(Run("#UNTAB allclear"), "");
+  EXPECT_EQ(memory.files.ReadWhole("/data/Avalon/bob.Tab"), "");
+  EXPECT_EQ(script.TabWordCount, 0);
+  EXPECT_EQ(Run("#TAB"), "The list of tab words is not built yet");
+}
+
+TEST_F(DefinitionTest, ATabFileThatCannotBeWrittenIsTold) {
+  MakeSession(0, "bob", true);
+  sessions.MudFolder[0] = "/data/Avalon/";
+  memory.files.CreateFolder("/data/Avalon");
+  memory.files.Fail = [](const std::string&, const std::string&) { return "disk full"; };
+  EXPECT_TRUE(Run("#TAB rat").starts_with("Bad parsing error - "));
+  EXPECT_EQ(script.TabWords[1], "rat");
+}
+
+TEST_F(DefinitionTest, GagLineCountsLines) {
+  EXPECT_EQ(Run("#GAGLINE"), "");
+  EXPECT_EQ(sessions.GagLines[0], 1);
+  EXPECT_EQ(sessions.GagFlags[0], gag::LineSpeech | gag::LineDisplay);
+  EXPECT_EQ(Run("#UNGAGLINE"), "");
+  EXPECT_EQ(sessions.GagFlags[0], 0);
+  EXPECT_EQ(Run("#GAGLINE 3 VOICE"), "");
+  EXPECT_EQ(sessions.GagLines[0], 3);
+  EXPECT_EQ(sessions.GagFlags[0], gag::LineSpeech);
+  Run("#UNGAGLINE");
+  EXPECT_EQ(Run("#GAGLINE display"), "");
+  EXPECT_EQ(sessions.GagLines[0], 1);
+  EXPECT_EQ(sessions.GagFlags[0], gag::LineDisplay);
+  EXPECT_EQ(Run("#GAGLINE 2 all"), "");
+  EXPECT_EQ(sessions.GagFlags[0], gag::LineSpeech | gag::LineDisplay);
+  EXPECT_EQ(Run("#GAGLINE bogus"), "Bad GagLine parameter");
+  EXPECT_EQ(Run("#GAGLINE many voice"), "non-numeric number of lines to gag");
+  EXPECT_EQ(Run("#GAGLINE 2 bogus"), "Bad GagLine parameter");
+}
+
+TEST_F(DefinitionTest, GagOnLastsUntilUnGagOn) {
+  EXPECT_EQ(Run("#GAGON voice"), "");
+  EXPECT_EQ(sessions.GagFlags[0], gag::OnSpeech);
+  EXPECT_EQ(sessions.GagNotice[0], static_cast<float>(memory.clock.SecondsSinceMidnight()));
+  EXPECT_EQ(Run("#GAGON Display"), "");
+  EXPECT_EQ(sessions.GagFlags[0], gag::OnSpeech | gag::OnDisplay);
+  EXPECT_EQ(Run("#UNGAGON"), "");
+  EXPECT_EQ(sessions.GagFlags[0], 0);
+  EXPECT_EQ(sessions.GagNotice[0], 0.0F);
+  EXPECT_EQ(Run("#GAGON"), "");
+  EXPECT_EQ(sessions.GagFlags[0], gag::OnSpeech | gag::OnDisplay);
+  EXPECT_EQ(Run("#GAGON bogus"), "Bad GagOn parameter");
+}
+
+TEST_F(DefinitionTest, IgnoreSwitchesOff) {
+  MakeSession(0, "bob", true);
+  EXPECT_EQ(Run("#IGNORE trigger On;#IGNORE ALIAS on;#IGNORE key on;#IGNORE LogEntries on;#IGNORE dictionary on"), "");
+  EXPECT_EQ(sessions.TriggerEnabled[0] + sessions.AliasEnabled[0] + sessions.KeyEnabled[0], 0);
+  EXPECT_EQ(sessions.LogEntriesEnabled[0], 0);
+  EXPECT_FALSE(options.DictionaryEnabled);
+  EXPECT_EQ(Run("#IGNORE trigger Off;#IGNORE alias off"), "");
+  EXPECT_EQ(sessions.TriggerEnabled[0] + sessions.AliasEnabled[0], 2);
+  EXPECT_EQ(Run("#IGNORE trigger maybe"), "The second parameter must be either On or Off");
+  EXPECT_EQ(Run("#IGNORE cats on"), "First parameter must be Trigger, Key, or alias");
+}
+
+TEST_F(DefinitionTest, PassThruKeepsItsTextRaw) {
+  EXPECT_EQ(Run("#PASSTHRU {@x %1}"), "");
+  EXPECT_EQ(sessions.PassThru[0], "@x %1");
+}
+
+}  // namespace corvid::test
