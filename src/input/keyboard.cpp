@@ -23,7 +23,14 @@ bool IsArrow(int16 KeyCode) {
 
 Keyboard::Keyboard(KeyboardStates states, Symbols& symbols, Scanner& scanner, Buffers& buffers, Saving& saving,
                    TimerRoutines& timers, Platform& platform, Upcalls& upcalls)
-    : state_(states), symbols_(symbols), scanner_(scanner), buffers_(buffers), saving_(saving), timers_(timers), platform_(platform), upcalls_(upcalls) {}
+    : state_(states),
+      symbols_(symbols),
+      scanner_(scanner),
+      buffers_(buffers),
+      saving_(saving),
+      timers_(timers),
+      platform_(platform),
+      upcalls_(upcalls) {}
 
 void Keyboard::KeyDown(int16 KeyCode, int16 Shift) {
   Trap trap{upcalls_.errors, "form_keydown", {Keyname(KeyCode, Shift)}};
@@ -191,12 +198,11 @@ void Keyboard::ToggleFocus() {
 void Keyboard::MoveAndSpeak(int16 KeyCode, int16 Shift) {
   if (KeyCode == keycode::Backspace) return;  // comes as a typed character
   TextModel& text = FocusedText();
-  if (KeyCode == keycode::Delete && Shift == 0) {
-    SpeakSpot(KeyCode);
-    LineEditor::EditKey(text, KeyCode, Shift);
+  if (!LineEditor::EditKey(text, KeyCode, Shift)) return;
+  if (KeyCode == keycode::Delete) {
+    if (Shift == 0) SpeakSpot();
     return;
   }
-  if (!LineEditor::EditKey(text, KeyCode, Shift)) return;
   const int16 channel = XWindowType();
   if ((Shift & ShiftBit) != 0) {
     upcalls_.jobs.StartTimer1(timeraction::SpeakSelection, EchoDelay);
@@ -207,7 +213,7 @@ void Keyboard::MoveAndSpeak(int16 KeyCode, int16 Shift) {
   } else if (Shift == ControlBit && (KeyCode == keycode::Left || KeyCode == keycode::Right)) {
     upcalls_.jobs.StartTimer1(timeraction::SpeakWord, EchoDelay);
   } else if (KeyCode == keycode::Left || KeyCode == keycode::Right) {
-    SpeakSpot(KeyCode);
+    SpeakSpot();
   } else if (KeyCode == keycode::Home || KeyCode == keycode::End) {
     upcalls_.speaker.StopSpeaking(channel);
     upcalls_.speaker.SpeakOut(KeyCode == keycode::Home ? "Home" : "End", channel, 0);
@@ -216,7 +222,7 @@ void Keyboard::MoveAndSpeak(int16 KeyCode, int16 Shift) {
   }
 }
 
-void Keyboard::SpeakSpot(int16 /*KeyCode*/) {
+void Keyboard::SpeakSpot() {
   const int16 channel = XWindowType();
   if (state_.speech.TypingEcho[static_cast<std::size_t>(channel)] == 0) return;
   const TextModel& text = FocusedText();

@@ -3,6 +3,7 @@
 // editing. A player who cannot see hears an answer to each.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "core/text_model.h"
@@ -58,7 +59,7 @@ class Keyboard : public FaceEvents {
   bool BuiltInKey(int16 KeyCode, int16 Shift);
   bool ControlKey(int16 KeyCode);
   void MoveAndSpeak(int16 KeyCode, int16 Shift);
-  void SpeakSpot(int16 KeyCode);
+  void SpeakSpot();
   void SelectAll();
   void Copy(bool cut);
   void Paste();
@@ -82,6 +83,7 @@ class Keyboard : public FaceEvents {
   TimerRoutines& timers_;
   Platform& platform_;
   Upcalls& upcalls_;
+  std::unique_ptr<Timer> secondBeep_;  // of the margin bell
 };
 
 }  // namespace corvid

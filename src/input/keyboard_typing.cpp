@@ -12,6 +12,7 @@ namespace {
 constexpr int32 HistoryLimit = 30000;  // codes of the entry's text, which is the history of commands
 constexpr int32 HistoryCut = 5000;     // dropped when it grows beyond
 constexpr int32 EditLimit = 32760;     // codes of a script in the entry box
+constexpr int BetweenBeeps = 30;       // milliseconds
 constexpr int RunDelay = 1;            // milliseconds: the entry finishes drawing first
 
 bool IsEnter(const std::string& character) {
@@ -50,7 +51,14 @@ void Keyboard::RingAtColumn(const std::string& character) {
   const TextModel& entry = state_.buffers.EntryBox;
   if (entry.SelStart() - LineStart(entry.Text(), entry.SelStart()) != state_.options.MarginBell - 1) return;
   platform_.face.Beep();
-  platform_.face.Beep();
+  // Two beeps, told apart by ear.
+  if (!secondBeep_)
+    secondBeep_ = platform_.timers.Create([this] {
+      secondBeep_->SetEnabled(false);
+      platform_.face.Beep();
+    });
+  secondBeep_->SetInterval(BetweenBeeps);
+  secondBeep_->SetEnabled(true);
 }
 
 // Typing while the output (or a script that cannot be changed) has the focus goes on in the entry line.
@@ -96,8 +104,6 @@ void Keyboard::EnterPressed() {
   entry.SetSelStart(entry.Length());
   entry.SetSelText("\r\n");
   DropRepeatedLine();
-  // A line still waiting for its tick runs before this one takes its place.
-  upcalls_.jobs.StartTimer1(0, 0);
   keys.EntryLine = keys.EchoPrefix ? state_.options.PassThruChar + line : line;
   upcalls_.jobs.StartTimer1(timeraction::RunEntryLine, RunDelay);
   ShortenHistory();
@@ -107,7 +113,7 @@ void Keyboard::EnterPressed() {
 std::string Keyboard::TakeEntryLine() {
   TextModel& entry = state_.buffers.EntryBox;
   std::string line = CurrentLine(entry.Text(), entry.SelStart() + 1);
-  if (entry.SelStart() + entry.SelLength() != entry.Length()) {
+  if (entry.SelStart() != entry.Length()) {
     const bool open = entry.Length() > 0 && !entry.Text().ends_with("\n");
     entry.SetSelStart(entry.Length());
     entry.SetSelText(open ? "\r\n" + line : line);
