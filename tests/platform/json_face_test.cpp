@@ -164,7 +164,8 @@ TEST_F(JsonFaceTest, TypingKeepsItsOrderThoughAHandlerPumps) {
 }
 
 TEST_F(JsonFaceTest, ADialogIsDrivenByKeysAndItsCharacterStaysThere) {
-  const auto events = Run("{\"key\":\"F5\"}\n{\"type\":\"Ann\"}\n{\"get\":\"dialog\"}\n{\"key\":\"Enter\"}\n{\"wait\":0.02}\n");
+  const auto events =
+      Run("{\"key\":\"F5\"}\n{\"type\":\"Ann\"}\n{\"get\":\"dialog\"}\n{\"key\":\"Enter\"}\n{\"wait\":0.02}\n");
   EXPECT_EQ(Names(events), "dialog focus state dialog-closed ready exit");
   EXPECT_EQ(events[0].at("controls")[0], Json::parse(R"({"kind":"text","caption":"Name?","value":"","focus":true})"));
   EXPECT_EQ(events[2].at("dialog").at("controls")[0].at("value"), "Ann");
