@@ -399,4 +399,10 @@ void DialogDriver::Press(int32 control) {
   Tell(control, DialogEvent::Click);
 }
 
+void DialogDriver::DoubleClick(int32 control) {
+  const DialogControl* list = At(control);
+  if (list == nullptr || list->Kind != ControlKind::List || !CanFocus(*list) || list->ListIndex < 0) return;
+  Tell(control, DialogEvent::DoubleClick);
+}
+
 }  // namespace corvid

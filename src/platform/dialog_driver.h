@@ -50,7 +50,8 @@ class DialogDriver {
   void MarkRow(int32 control, int32 row, bool selected);  // of a list of many choices
   void SetValue(int32 control, int16 value);              // check, option, scroll bar; brought into its range
   void Press(int32 control);
-  int32 DefaultButton() const;  // -1 for none
+  void DoubleClick(int32 control);  // of a list's chosen row
+  int32 DefaultButton() const;      // -1 for none
   int32 CancelButton() const;
   void RequestClose();
 

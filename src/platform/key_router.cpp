@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/keys.h"
+#include "core/utf8.h"
 #include "platform/key_chars.h"
 
 namespace corvid {
@@ -97,6 +98,23 @@ void KeyRouter::Press(int16 KeyCode, int16 Shift) {
   KeyUp(KeyCode);
   for (auto modifier = ModifierKeys.rbegin(); modifier != ModifierKeys.rend(); ++modifier)
     if ((ModifierBit(*modifier) & missing) != 0) KeyUp(*modifier);
+}
+
+void KeyRouter::Pressed(int16 KeyCode, int16 Shift, const std::string& text) {
+  const Work work(*this);
+  held_ = Shift;
+  KeyDown(KeyCode);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t length = CharLength(text, at);
+    KeyTyped(text.substr(at, length));  // PUMP
+    at += length;
+  }
+}
+
+void KeyRouter::Released(int16 KeyCode, int16 Shift) {
+  const Work work(*this);
+  held_ = Shift;
+  KeyUp(KeyCode);
 }
 
 void KeyRouter::Type(const std::string& character) {

@@ -25,6 +25,11 @@ class KeyRouter {
   // A whole key for one character (UTF-8).
   void Type(const std::string& character);
 
+  // Halves of a key of a real keyboard, which tells its modifiers (its own included while it is down) and what it types
+  // (UTF-8, any number of characters).
+  void Pressed(int16 KeyCode, int16 Shift, const std::string& text);
+  void Released(int16 KeyCode, int16 Shift);
+
   // False while a key is still in work and no one waits for the next: what came after it must not overtake it. A key
   // that has opened a dialog, or keeps waiting, lets the next one in.
   bool Free() const;

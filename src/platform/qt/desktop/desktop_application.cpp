@@ -11,7 +11,6 @@ std::unique_ptr<QCoreApplication> MakeDesktopApplication(int& argc, char** argv)
   qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
   auto application = std::make_unique<QApplication>(argc, argv);
   QApplication::setApplicationName("corvid");
-  QApplication::setApplicationDisplayName("Corvid");
   QApplication::setDesktopFileName("corvid");
   QApplication::setQuitOnLastWindowClosed(false);  // the program decides when it ends
   return application;

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/qt/desktop/desktop_face.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <algorithm>
+#include <utility>
+
+#include "platform/qt/desktop/dialog_controls.h"
+#include "platform/qt/desktop/dialog_window.h"
+#include "platform/qt/desktop/key_filter.h"
+#include "platform/qt/desktop/main_window.h"
+#include "platform/qt/desktop/start_program.h"
+
+namespace corvid {
+
+namespace {
+
+constexpr qint64 BeepPause = 100;  // milliseconds; a storm of beeps is one now and then
+
+std::string ReadClipboard() {
+  QString text = QApplication::clipboard()->text();
+  text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  return WithLineBreaks(text);
+}
+
+void WriteClipboard(const std::string& text) {
+  QApplication::clipboard()->setText(Shown(text));
+}
+
+}  // namespace
+
+struct DesktopFace::Parts {
+  Parts(QtEventLoop& eventLoop, const Clock& clock)
+      : loop(eventLoop),
+        dialog({ReadClipboard, WriteClipboard}),
+        keys(dialog.Driver(), clock, [this] { dialog.ShowAll(); }),
+        window({[this](QWidget* widget) { keys.Watch(widget); }, [this](MainFocus taken) { ChangeFocus(taken); },
+                [this] { CloseSoon(); }}) {
+    dialog.SetMainWindow(&window);
+    dialog.SetWatch([this](QWidget* widget) { keys.Watch(widget); });
+  }
+
+  void ChangeFocus(MainFocus wanted) {
+    if (wanted == focus) return;
+    focus = wanted;
+    window.TakeFocus(wanted);
+    if (events != nullptr) events->FocusChanged(focus);
+  }
+
+  // Not from inside the window's own event: the program may ask, and wait for the answer.
+  void CloseSoon() {
+    QMetaObject::invokeMethod(
+        &context, [this] { Close(); }, Qt::QueuedConnection);
+  }
+
+  void Close() {
+    if (closing || dialog.Driver().IsOpen()) return;
+    closing = true;
+    const bool may = events == nullptr || events->CloseRequested();  // PUMP
+    if (may && !loop.Ending() && hooks.Quit) hooks.Quit();
+    closing = false;
+  }
+
+  QtEventLoop& loop;
+  Hooks hooks;
+  FaceEvents* events = nullptr;
+  MainFocus focus = MainFocus::Entry;
+  bool closing = false;
+  QElapsedTimer sinceBeep;
+  DialogWindow dialog;
+  KeyFilter keys;
+  MainWindow window;
+  QObject context;  // declared last: its queued calls die before the rest
+};
+
+DesktopFace::DesktopFace(QtEventLoop& loop, const Clock& clock) : parts_(std::make_unique<Parts>(loop, clock)) {}
+DesktopFace::~DesktopFace() = default;
+
+void DesktopFace::Start(Hooks hooks) {
+  parts_->hooks = std::move(hooks);
+}
+
+void DesktopFace::SetEvents(FaceEvents* events) {
+  parts_->events = events;
+  parts_->keys.Router().SetEvents(events);
+}
+
+DialogView& DesktopFace::Dialogs() {
+  return parts_->dialog;
+}
+
+void DesktopFace::AttachEntry(TextModel& entry) {
+  parts_->window.AttachEntry(entry);
+}
+
+void DesktopFace::AttachViewport(int16 /*Index*/, bool /*colour*/, TextModel& viewport) {
+  parts_->window.AttachViewport(viewport);
+}
+
+void DesktopFace::ShowMain() {
+  parts_->window.show();
+  parts_->dialog.BringForward();
+}
+bool DesktopFace::MainShown() const {
+  return parts_->window.isVisible();
+}
+
+void DesktopFace::SetTitle(const std::string& title) {
+  parts_->window.setWindowTitle(Shown(title));
+}
+
+void DesktopFace::BringForward() {
+  MainWindow& window = parts_->window;
+  if (window.isMinimized()) window.showNormal();
+  window.raise();
+  window.activateWindow();
+  parts_->dialog.BringForward();
+}
+
+void DesktopFace::SetFocus(MainFocus focus) {
+  parts_->ChangeFocus(focus);
+}
+MainFocus DesktopFace::Focus() const {
+  return parts_->focus;
+}
+
+void DesktopFace::SetEntryLabel(const std::string& label) {
+  parts_->window.SetEntryLabel(label);
+}
+
+void DesktopFace::ResizeForm(int16 percent) {
+  parts_->window.ShareHeight(std::clamp<int16>(percent, 10, 90));
+}
+
+void DesktopFace::Beep() {
+  QElapsedTimer& since = parts_->sinceBeep;
+  if (since.isValid() && since.elapsed() < BeepPause) return;
+  since.restart();
+  QApplication::beep();
+}
+
+std::string DesktopFace::ClipboardText() {
+  return ReadClipboard();
+}
+void DesktopFace::SetClipboardText(const std::string& text) {
+  WriteClipboard(text);
+}
+
+void DesktopFace::StartProgram(const std::string& program, const std::string& file) {
+  StartDetached(program, file);
+}
+
+void DesktopFace::Notice(const std::string& text) {
+  parts_->window.AddNotice(text);
+}
+
+}  // namespace corvid
