@@ -1,17 +1,43 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstdio>
-#include <cstdlib>
 
+#include "app/corvid.h"
 #include "app/front.h"
+#include "app/outside.h"
+#include "app/voices.h"
+#include "platform/qt/desktop/desktop_application.h"
+#include "platform/qt/desktop/desktop_face.h"
 
 namespace corvid {
 
+namespace {
+
+constexpr int CannotStart = 1;
+
+int Refuse(const std::string& problem) {
+  std::fprintf(stderr, "corvid: %s\n", problem.c_str());
+  return CannotStart;
+}
+
+}  // namespace
+
 int RunDesktop(const CommandLine& line, int argc, char** argv) {
-  (void)argv;
-  (void)argc;
-  (void)line;
-  std::fputs("corvid: the desktop window is not built yet. Try --ui console.\n", stderr);
-  return 1;
+  if (!HasDisplay()) {
+    if (line.UiGiven) return Refuse("There is no display for a window. Try --ui console.");
+    std::fputs("corvid: There is no display for a window, so Corvid runs on this console.\n", stderr);
+    return RunConsole(line, argc, argv);
+  }
+  const DesktopApplication application(argc, argv);
+  Outside outside(argc, argv);
+  std::string problem;
+  const StartRequest request = outside.Request(line, problem);
+  if (!problem.empty()) return Refuse(problem);
+  DesktopFace face(outside.loop, outside.clock);
+  Voices voices(outside.timers, face);
+  Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
+                 outside.settings, voices.engine, voices.reader, face});
+  face.Start({.Quit = [&] { corvid.quit(true); }});
+  return corvid.Start(request) ? outside.loop.Run() : 0;
 }
 
 }  // namespace corvid

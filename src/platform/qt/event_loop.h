@@ -11,7 +11,7 @@ class QCoreApplication;
 
 namespace corvid {
 
-// Wire: construct it first in main, after MakeDesktopApplication (platform/qt/desktop) when the desktop window is
+// Wire: construct it first in main, after DesktopApplication (platform/qt/desktop) when the desktop window is
 // wanted and alone otherwise, since sockets, timers and faces need an application object. argc and argv must live as
 // long as the program.
 class QtEventLoop : public EventLoop {

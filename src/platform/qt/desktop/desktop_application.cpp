@@ -5,16 +5,17 @@
 
 namespace corvid {
 
-std::unique_ptr<QCoreApplication> MakeDesktopApplication(int& argc, char** argv) {
+DesktopApplication::DesktopApplication(int& argc, char** argv) {
   // Without it a program that was started before the screen reader stays invisible to it. It costs nothing while
   // nobody listens.
   qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-  auto application = std::make_unique<QApplication>(argc, argv);
+  application_ = std::make_unique<QApplication>(argc, argv);
   QApplication::setApplicationName("corvid");
   QApplication::setDesktopFileName("corvid");
   QApplication::setQuitOnLastWindowClosed(false);  // the program decides when it ends
-  return application;
 }
+
+DesktopApplication::~DesktopApplication() = default;
 
 bool HasDisplay() {
   return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||

@@ -13,7 +13,7 @@
 namespace corvid {
 
 // Wire, in main:
-//   const auto application = MakeDesktopApplication(argc, argv);   desktop_application.h
+//   const DesktopApplication application(argc, argv);   desktop_application.h
 //   QtEventLoop loop(argc, argv);  SystemClock clock;
 //   DesktopFace face(loop, clock);
 //   Platform platform{..., face};
