@@ -324,7 +324,7 @@ TEST_F(Speechd, AServiceThatComesLaterIsFound) {
     reader.Say(1, "hello", false);
     return service.WasTold("incoming: hello");
   }));
-  EXPECT_EQ(reader.Problem(), "");
+  EXPECT_TRUE(Until([&] { return reader.Problem().empty(); }));
   EXPECT_EQ(notices.Count(), 0U);
 }
 

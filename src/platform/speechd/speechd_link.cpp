@@ -53,10 +53,10 @@ std::string SpeechdLink::Connect(std::size_t channel) {
   // Without a thread of the library's own: we only send, and wait for the answers on this thread.
   SPDConnection* connection = spd_open2("corvid", ChannelNames[channel], nullptr, SPD_MODE_SINGLE, nullptr, 1, &reason);
   if (connection == nullptr) {
-    std::string problem = "The speech service (speech-dispatcher) cannot be reached";
-    if (reason != nullptr) problem += std::string(": ") + reason;
+    std::string problem = "The speech service (speech-dispatcher) cannot be reached.";
+    if (reason != nullptr) problem += " It says: " + std::string(reason);
     std::free(reason);
-    return problem + ".";
+    return problem.substr(0, problem.find_last_not_of(" \n") + 1);
   }
   const std::lock_guard lock(connections_->mutex);
   connections_->open[channel] = connection;
