@@ -75,12 +75,19 @@ class Scan {
 
   bool Run() {
     while (place_ < bytes_.size()) {
+      // Locals only: this loop sees every byte that a game sends.
       const std::size_t start = place_;
-      while (place_ < bytes_.size() && ClassAt(place_) <= ByteClass::High) {
-        block_.HighBytes |= ClassAt(place_) == ByteClass::High;
-        ++place_;
+      const std::string_view bytes = bytes_;
+      std::size_t end = start;
+      unsigned char seen = 0;
+      for (; end < bytes.size(); ++end) {
+        const auto code = static_cast<unsigned char>(bytes[end]);
+        if (Classes[code] > ByteClass::High) break;
+        seen |= code;
       }
-      block_.Text.append(bytes_.substr(start, place_ - start));
+      block_.HighBytes = block_.HighBytes || seen > 127;
+      block_.Text.append(bytes.substr(start, end - start));
+      place_ = end;
       if (place_ < bytes_.size() && !Special()) return false;
     }
     return true;
