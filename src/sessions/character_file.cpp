@@ -51,16 +51,12 @@ class RecordReader {
     std::string value;
     while (place_ < text_.size()) {
       const char c = text_[place_++];
-      if (c != '"') {
-        value += c;
-      } else if (StartsWith("\"")) {
-        value += '"';
+      if (c == '"' && StartsWith("\"")) {
         ++place_;
-      } else if (place_ >= text_.size() || text_[place_] == ',' || StartsWith("\r\n")) {
+      } else if (c == '"' && (StartsWith(",") || LineEnd())) {
         return value;
-      } else {
-        value += c;
       }
+      value += c;
     }
     return std::nullopt;
   }
@@ -83,7 +79,7 @@ class RecordReader {
     return Text().value_or("");
   }
 
-  bool LineEnd() { return place_ >= text_.size() || StartsWith("\r\n"); }
+  bool LineEnd() const { return place_ >= text_.size() || StartsWith("\r\n"); }
 
  private:
   bool StartsWith(std::string_view start) const { return text_.substr(place_, start.size()) == start; }

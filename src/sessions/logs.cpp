@@ -93,9 +93,9 @@ void Logs::CloseLog(int16 Index) {
 }
 
 void Logs::CloseAll() {
-  for (int16 slot = 0; slot <= LogFile.UBound(); ++slot) {
+  for (int32 slot = 0; slot <= LogFile.UBound(); ++slot) {
     try {
-      CloseLog(slot);
+      CloseLog(static_cast<int16>(slot));
     } catch (const Fault&) {  // the program ends: the disk refused the last lines and nobody is left to be told
     }
   }

@@ -24,7 +24,7 @@ class Receive {
  public:
   // An unfinished line longer than this is shown as it stands instead of being held: a server that never ends its line
   // costs neither memory nor copying without bound.
-  static constexpr std::size_t LongestHeldLine = 64 * 1024;
+  static constexpr std::size_t LongestHeldLine = std::size_t{64} * 1024;
 
   Receive(ScriptState& script, OptionsState& options, SessionState& sessions, OutputWindows& output, Logs& logs,
           LineTriggers& triggers, Platform& platform, Upcalls& upcalls);
