@@ -288,10 +288,10 @@ void DialogDriver::ScrollKey(const DialogControl& control, int16 KeyCode) {
 }
 
 void DialogDriver::ToggleMark(DialogControl& control) {
-  const auto row = static_cast<std::size_t>(control.ListIndex);
-  if (control.ListIndex < 0 || row >= control.Items.size()) return;
+  const int32 row = std::max(control.ListIndex, 0);  // before any row was met the first is under the player's hands
+  if (row > LastRow(control)) return;
   control.Selected.resize(control.Items.size());
-  MarkRow(focus_, control.ListIndex, !control.Selected[row]);
+  MarkRow(focus_, row, !control.Selected[static_cast<std::size_t>(row)]);
 }
 
 void DialogDriver::TextKey(DialogControl& control, int16 KeyCode, int16 Shift) {

@@ -189,12 +189,16 @@ TEST_F(DialogDriverTest, SpaceMarksRowsOfAListOfManyChoices) {
   list.Items = {"a", "b"};
   list.MultiSelect = true;
   driver.Open(model, engine);
-  Key(keycode::Space);
-  Key(keycode::Down);
   engine.Take();
   Key(keycode::Space);
-  EXPECT_TRUE(model.Controls[0].Selected.at(0) == true && !model.Controls[0].Selected.at(1));
-  EXPECT_EQ(engine.Take(), "0click");
+  EXPECT_EQ(model.Controls[0].ListIndex, 0);
+  EXPECT_EQ(model.Controls[0].Selected, (std::vector<bool>{true, false}));
+  Key(keycode::Down);
+  Key(keycode::Space);
+  EXPECT_EQ(model.Controls[0].Selected, (std::vector<bool>{true, true}));
+  Key(keycode::Space);
+  EXPECT_EQ(model.Controls[0].Selected, (std::vector<bool>{true, false}));
+  EXPECT_EQ(engine.Take(), "0click 0click 0click 0click");
 }
 
 TEST_F(DialogDriverTest, ChecksToggleAndOptionsExcludeEachOther) {

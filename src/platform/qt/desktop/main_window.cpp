@@ -26,7 +26,10 @@ MainWindow::MainWindow(Hooks hooks)
       outputs_(new QStackedWidget(this)),
       label_(new QLabel(this)),
       entry_(MakeWindow(TextWindow::Kind::Entry, "Entry", this)),
-      column_(new QVBoxLayout(this)) {
+      column_(new QVBoxLayout) {
+  auto* body = new QWidget(this);  // only a window around a body has the role of one for a screen reader
+  body->setLayout(column_);
+  setCentralWidget(body);
   setWindowTitle("Corvid");
   resize(FirstWidth, FirstHeight);
   column_->setContentsMargins(10, 10, 10, 10);

@@ -2,7 +2,7 @@
 // The one window: notices when there are any, the output, and below it the entry under its name.
 #pragma once
 
-#include <QWidget>
+#include <QMainWindow>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -20,7 +20,7 @@ namespace corvid {
 
 class NoticeLabel;
 
-class MainWindow : public QWidget {
+class MainWindow : public QMainWindow {
  public:
   struct Hooks {
     std::function<void(QWidget*)> Watch;        // of each window whose keys are to be taken
