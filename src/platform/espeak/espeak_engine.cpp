@@ -109,6 +109,14 @@ int16 EspeakEngine::Volume(int16 voice) const {
   return settings_[Slot(voice)].volume;
 }
 
+bool EspeakEngine::Idle() {
+  const std::lock_guard lock(mutex_);
+  for (std::size_t voice = 1; voice <= EngineVoices; ++voice) {
+    if (queue_.First(voice) != nullptr) return false;
+  }
+  return true;
+}
+
 void EspeakEngine::Work() {
   std::unique_lock lock(mutex_);
   while (!ending_) {

@@ -38,6 +38,7 @@ class EspeakEngine : public SpeechEngine {
   void SetPriority(int16 voice, int16 priority) override;
   int16 Rate(int16 voice) const override;
   int16 Volume(int16 voice) const override;
+  bool Idle();  // all that was to be said has been heard or purged
 
  private:
   void Work();
