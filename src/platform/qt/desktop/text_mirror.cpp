@@ -54,8 +54,9 @@ void TextMirror::Grow(std::int64_t from, std::int64_t to) {
     old_ = 0;
     runs_.clear();
   }
-  if (from < from_) old_ += from_ - std::exchange(from_, from);
-  if (to > to_) old_ += to - std::exchange(to_, to);
+  old_ += std::max<std::int64_t>(from_ - from, 0) + std::max<std::int64_t>(to - to_, 0);
+  from_ = std::min(from_, from);
+  to_ = std::max(to_, to);
 }
 
 void TextMirror::OneLook(int32 color, bool bold) {
@@ -144,8 +145,11 @@ void TextMirror::Flush() {
   const bool caretMoved = ShowSelection();
   applying_ = false;
   // Who looks on sees the newest text; who reads, or has scrolled back, is not pulled away from there.
-  if (window_->isReadOnly() && !(caretMoved && window_->hasFocus()))
+  if (!window_->isReadOnly()) {
+    window_->ensureCursorVisible();
+  } else if (!caretMoved || !window_->hasFocus()) {
     bar->setValue(atBottom && !(window_->hasFocus() && model_.Caret() < model_.Length()) ? bar->maximum() : scrolled);
+  }
   pause_ = std::clamp(2 * spent.elapsed(), LeastPause, MostPause);
   sinceFlush_.restart();
   if (edited_) Schedule();

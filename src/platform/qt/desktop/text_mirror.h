@@ -54,6 +54,7 @@ class TextMirror : public QObject, public TextObserver {
   void NoteHead(std::string_view removed);
   void ShowText();
   void DropHead();
+  void ShowFirstLine();
   bool GoesBehind() const;
   void AppendSome();
   void Rewrite();

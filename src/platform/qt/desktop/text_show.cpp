@@ -48,6 +48,13 @@ std::size_t CommonEnd(std::u16string_view a, std::u16string_view b, std::size_t 
   return same > 0 && QChar::isLowSurrogate(a[a.size() - same]) ? same - 1 : same;
 }
 
+// False when the text may have been cut in the middle of its last character or line break.
+bool EndsWhole(std::string_view text) {
+  if (text.empty()) return true;
+  if (static_cast<unsigned char>(text.back()) < 0x80) return text.back() != '\r';
+  return text.size() - PreviousChar(text, text.size()) > 1;
+}
+
 }  // namespace
 
 void TextMirror::ShowText() {
@@ -70,18 +77,35 @@ void TextMirror::DropHead() {
     map_.Clear();
     return;
   }
-  // What was cut in the middle of a character or a line break is shown anew.
-  const std::string_view view = model_.View();
-  const bool whole = view.empty() || WholePlace(partial + view.front(), partial.size()) == partial.size();
+  const bool whole = EndsWhole(partial);
   while (!whole && !partial.empty() && (partial.back() == '\r' || static_cast<unsigned char>(partial.back()) >= 0x80))
     partial.pop_back();
   const QTextBlock block = window_->document()->findBlockByNumber(static_cast<int>(map_.LineOf(count)));
   cursor.setPosition(block.position() + UnitsBefore(partial, partial.size()), QTextCursor::KeepAnchor);
   cursor.removeSelectedText();
   map_.DropFront(count);
-  if (whole) return;
-  Grow(0, std::min(map_.StartOf(1), edited_ ? from_ : map_.Length()));
-  OneLook(-1, false);
+  if (!whole) ShowFirstLine();
+}
+
+// What was cut in the middle of a character or a line break looks different now.
+void TextMirror::ShowFirstLine() {
+  const std::int64_t stop = map_.StartOf(1);
+  if (edited_ && (old_ != 0 || from_ != map_.Length() || stop >= from_)) {
+    Grow(0, std::min(stop, from_));
+    OneLook(-1, false);
+    return;
+  }
+  const bool waits = std::exchange(edited_, false);
+  const std::int64_t from = from_;
+  const std::int64_t to = to_;
+  const std::vector<Run> runs = std::exchange(runs_, {});
+  Grow(0, stop);
+  Rewrite();
+  edited_ = waits;
+  from_ = from;
+  to_ = to;
+  old_ = 0;
+  runs_ = runs;
 }
 
 bool TextMirror::GoesBehind() const {

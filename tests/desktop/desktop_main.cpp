@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tests of the window's parts need the toolkit's application object.
+#include <gtest/gtest.h>
+
+#include "platform/qt/desktop/desktop_application.h"
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  const corvid::DesktopApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
