@@ -77,6 +77,16 @@ class Practice(unittest.TestCase):
             self.corvid.event("silence", channel=channel)
         self.assertEqual(self.corvid.end(), 0)
 
+    def test_the_shipped_keys_and_aliases_work(self):
+        self.log_in()
+        self.corvid.send(key="NumPad8")
+        self.corvid.event("send", session=1, text="north")
+        self.corvid.send(key="F6")
+        self.corvid.event("send", session=1, text="score")
+        self.corvid.line("ga old chest")
+        self.corvid.event("send", session=1, text="get all from old chest ")
+        self.assertEqual(self.corvid.end(), 0)
+
     def test_an_old_line_is_sent_again(self):
         self.log_in()
         self.corvid.line("score")
