@@ -32,7 +32,7 @@ constexpr const char* LeaveWarning =
     "your char's equipment or have ...";
 
 std::string MudPath(const SessionState& sessions, int16 Index, const std::string& ending) {
-  return sessions.MudFolder[Index] + sessions.SessionRef[Index] + ending;
+  return sessions.MudFolder[Index] + FileStem(sessions.SessionRef[Index]) + ending;
 }
 
 }  // namespace

@@ -108,6 +108,14 @@ std::vector<std::string> Split(std::string_view text, std::string_view separator
   return pieces;
 }
 
+std::string FileStem(std::string_view text) {
+  std::string stem(text);
+  for (char& c : stem)
+    if (c == '/' || c == '\\' || static_cast<unsigned char>(c) < 32) c = '_';
+  if (stem == "." || stem == "..") stem.assign(stem.size(), '_');
+  return stem;
+}
+
 bool IsLetter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }

@@ -27,6 +27,8 @@ bool IsBlank(std::string_view text);  // nothing but blanks, or nothing at all
 std::string Replace(std::string text, std::string_view from, std::string_view to);
 // The pieces between separators; empty text gives no piece, "a||b" gives three. separator must not be empty.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
+// A text as part of a file name: what could lead out of the folder (separators, control codes, "..") becomes "_".
+std::string FileStem(std::string_view text);
 bool IsLetter(char c);  // A to Z, a to z
 bool IsDigit(char c);   // 0 to 9
 

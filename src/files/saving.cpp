@@ -152,7 +152,7 @@ bool Saving::SaveVariables(OwnerId ownedBy) {
   if (channel < 0) return false;
   std::string text;
   Save(save::Variables, ownedBy, text);
-  return WriteFile(sessions_.MudFolder[channel] + sessions_.SessionRef[channel] + "-var.set", text);
+  return WriteFile(sessions_.MudFolder[channel] + FileStem(sessions_.SessionRef[channel]) + "-var.set", text);
 }
 
 void Saving::AutoSave() {
@@ -162,7 +162,7 @@ void Saving::AutoSave() {
     trap.Step([&] {
       const OwnerId owner = script_.SocketOwner[i];
       if (owner <= 0 || (sessions_.CharFlags[owner] & charflag::SimpleControl) == 0) return;
-      WriteAltMethod(owner, sessions_.MudFolder[i] + sessions_.SessionRef[i] + "-char.set", false);  // PUMP
+      WriteAltMethod(owner, sessions_.MudFolder[i] + FileStem(sessions_.SessionRef[i]) + "-char.set", false);  // PUMP
     });
   }
   trap.Step([&] { bufferFiles_.SaveCurrentBuffer(); });

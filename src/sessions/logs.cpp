@@ -56,14 +56,6 @@ std::optional<std::chrono::sys_days> DateInName(std::string_view name) {
 
 }  // namespace
 
-std::string FileStem(std::string_view text) {
-  std::string stem(text);
-  for (char& c : stem)
-    if (c == '/' || c == '\\' || static_cast<unsigned char>(c) < 32) c = '_';
-  if (stem == "." || stem == "..") stem.assign(stem.size(), '_');
-  return stem;
-}
-
 Logs::Logs(OptionsState& options, SessionState& sessions, Platform& platform)
     : options_(options), sessions_(sessions), platform_(platform) {}
 

@@ -7,14 +7,12 @@
 #include <string_view>
 
 #include "core/table.h"
+#include "core/text.h"
 #include "platform/platform.h"
 #include "script/options_state.h"
 #include "sessions/session_state.h"
 
 namespace corvid {
-
-// A text as part of a file name: what could lead out of the folder becomes "_".
-std::string FileStem(std::string_view text);
 
 class Logs {
  public:
