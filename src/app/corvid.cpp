@@ -69,6 +69,13 @@ void Corvid::MaintainCharacters() {
       Channel::System, 0);
 }
 
+// The windows follow the options that hold afterwards.
+void Corvid::InitializeConfigs() {
+  saving.InitializeConfigs();  // PUMP
+  output.SelectOutputWindow(optionsState.ColourDisplay);
+  output.ResizeForm();
+}
+
 int16 Corvid::SelectScreenReader() {
   return speechSettings.SelectScreenReader();
 }

@@ -42,7 +42,7 @@ class Corvid : public Screens {
   void MaintainCharacters() override;
   int16 SelectScreenReader() override;
   void quit(bool Mandatory) override { start.quit(Mandatory); }
-  void InitializeConfigs() override { saving.InitializeConfigs(); }
+  void InitializeConfigs() override;
   void SimulateEnter() override { keyboard.PressEnter(); }
   void ShowWindowAt(int16 buffer, int32 caret) override { buffers.ShowBufferAt(buffer, caret); }
 

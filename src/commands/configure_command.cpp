@@ -29,20 +29,20 @@ std::optional<int32> ColourOf(const ScriptState& script, const std::string& name
   return std::nullopt;
 }
 
+// Both families of viewports are coloured, so that the colours hold when the display changes between them.
 void ApplyBackground(CommandHouse& house, int32 colour) {
-  for (int16 i = 0; i <= house.sessions.SessionHigh; ++i) house.sessions.OutputWindow(i).SetBackColor(colour);
+  for (int16 i = 0; i <= house.sessions.SessionHigh; ++i) {
+    house.sessions.EditViewPortR[i]->SetBackColor(colour);
+    house.sessions.editViewportT[i]->SetBackColor(colour);
+  }
   house.buffers.EntryBox.SetBackColor(colour);
   house.script.ColourValues[FirstColour] = colour;  // black text stays readable on what was black
 }
 
 void ApplyForeground(CommandHouse& house, int32 colour) {
   for (int16 i = 0; i <= house.sessions.SessionHigh; ++i) {
-    TextModel& window = house.sessions.OutputWindow(i);
-    if (house.options.ColourDisplay) {
-      window.SetSelColor(colour);
-    } else {
-      window.SetForeColor(colour);
-    }
+    house.sessions.EditViewPortR[i]->SetSelColor(colour);
+    house.sessions.editViewportT[i]->SetForeColor(colour);
   }
   house.buffers.EntryBox.SetForeColor(colour);
   house.script.ColourValues[LastColour] = colour;

@@ -35,15 +35,16 @@ void OutputWindows::CreateViewports(int16 Index) {
   if (sessions_.EditViewPortR[Index]) return;
   sessions_.EditViewPortR[Index] = std::make_unique<TextModel>();
   sessions_.editViewportT[Index] = std::make_unique<TextModel>();
-  for (TextModel* viewport : {sessions_.EditViewPortR[Index].get(), sessions_.editViewportT[Index].get()}) {
-    viewport->SetLocked(true);
-    viewport->SetVisible(false);
-    if (Index > 0) {  // colours that the player chose hold for sessions opened later too
-      const TextModel& first = sessions_.OutputWindow(0);
-      viewport->SetBackColor(first.BackColor());
-      viewport->SetForeColor(first.ForeColor());
-      viewport->SetSelColor(first.SelColor());
-    }
+  for (auto* family : {&sessions_.EditViewPortR, &sessions_.editViewportT}) {
+    TextModel& viewport = *(*family)[Index];
+    viewport.SetLocked(true);
+    viewport.SetVisible(false);
+    if (Index == 0) continue;
+    // Colours that the player chose hold for sessions opened later too.
+    const TextModel& first = *(*family)[0];
+    viewport.SetBackColor(first.BackColor());
+    viewport.SetForeColor(first.ForeColor());
+    viewport.SetSelColor(first.SelColor());
   }
   platform_.face.AttachViewport(Index, true, *sessions_.EditViewPortR[Index]);
   platform_.face.AttachViewport(Index, false, *sessions_.editViewportT[Index]);

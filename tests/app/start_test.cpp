@@ -179,5 +179,15 @@ TEST_F(ProgramTest, WithoutAGameTheFirstTickSaysWhatIsNotThereYet) {
   EXPECT_NE(memory.effects.Of("speech")[0].find("not built yet"), std::string::npos);
 }
 
+TEST_F(ProgramTest, KillAllPutsTheWindowsBackAsTheOptionsSay) {
+  ASSERT_TRUE(StartPractice());
+  Type("#CONFIGURE ColourDisplay on");
+  Type("#CONFIGURE OutputWindowSize 500");
+  ASSERT_TRUE(corvid->sessionState.RichFamily);
+  Type("#KILLALL");
+  EXPECT_FALSE(corvid->sessionState.RichFamily);
+  EXPECT_EQ(corvid->optionsState.OutputWindowSize, 30);
+}
+
 }  // namespace
 }  // namespace corvid

@@ -135,6 +135,38 @@ TEST_F(ConfigureTest, ColoursHaveNames) {
   EXPECT_EQ(options.BackgroundColour, "BLUE");
 }
 
+TEST_F(ConfigureTest, ColoursHoldForEverySessionAndBothKindsOfWindow) {
+  MakeSession(1, "bob", false);
+  Set("BackgroundColour blue");
+  Set("ForegroundColour cyan");
+  sessionRoutines.ResizeConnections(2);  // opened afterwards
+  for (int16 i = 0; i <= 2; ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(sessions.editViewportT[i]->BackColor(), 0xFF0000);
+    EXPECT_EQ(sessions.EditViewPortR[i]->BackColor(), 0xFF0000);
+    EXPECT_EQ(sessions.editViewportT[i]->ForeColor(), 0xFFFF00);
+    EXPECT_EQ(sessions.EditViewPortR[i]->SelColor(), 0xFFFF00);
+  }
+  EXPECT_EQ(script.BaseColours[39], 0xFFFF00);
+}
+
+TEST_F(ConfigureTest, AFailedColourOrFolderChangesNothing) {
+  Set("BackgroundColour blue");
+  Set("BackgroundColour pink");
+  EXPECT_EQ(sessions.OutputWindow(0).BackColor(), 0xFF0000);
+  Set("UserPath /none");
+  EXPECT_EQ(options.UserDataFolder, "/data/");
+  Set("RemoveAsciiArt 3");
+  EXPECT_EQ(options.RemoveAsciiArt, 1);
+}
+
+TEST_F(ConfigureTest, ColourNamesAreTrimmedForTheForegroundAlone) {
+  EXPECT_EQ(Set("BackgroundColour { Yellow }"),
+            "Valid colour names are: Standard, Black, White, Blue, Red, green, yellow, cyan, magenta");
+  for (const char* name : {"black", "red", "Green", "YELLOW", "blue", "Magenta", "cyan", "white", "Standard"})
+    EXPECT_EQ(Set(std::string("BackgroundColour ") + name), "") << name;
+}
+
 TEST_F(ConfigureTest, InColourModeTheForegroundIsTheColourOfNewText) {
   Set("ColourDisplay on");
   EXPECT_EQ(Set("ForegroundColour cyan"), "");

@@ -279,4 +279,34 @@ TEST_F(GameTextTest, TextCanBePlacedInTheEntryLine) {
   EXPECT_EQ(Effects(), (Lines{"enter", "display 0 say ho\r\n", "wire 0 say ho\r\n"}));
 }
 
+TEST_F(GameTextTest, TextIsPlacedInTheEntryLineBehindAScriptThatIsShown) {
+  MakeSession(0, "bob", true);
+  scriptFiles.ResizeBuffers(4);
+  buffers.BufferFile[4] = "/data/a.set";
+  buffers.BufferFlags[4] = buffer::Script;
+  scriptFiles.MoveBuffers(4);
+  buffers.EntryBox.SetText("#bell");
+  Run("say hi", option::PlaceInEntry | option::DoNotSend);
+  EXPECT_EQ(buffers.EntryBox.Text(), "#bell");
+  scriptFiles.MoveBuffers(1);
+  EXPECT_EQ(buffers.EntryBox.Text(), "say hi");
+  EXPECT_EQ(buffers.EntryBox.SelStart(), 0);
+}
+
+TEST_F(GameTextTest, AnAliasKeepsTheCallersOptionsAndSession) {
+  ThreeSessions();
+  AddAlias("hi", "say hi", script.SocketOwner[1]);
+  EXPECT_EQ(Run("bob::hi", option::DoNotSend | option::PlaceInEntry), "");
+  EXPECT_EQ(buffers.EntryBox.Text(), "say hi");
+  EXPECT_EQ(Written(1), "");
+  EXPECT_EQ(LastChannel, 1);
+}
+
+TEST_F(GameTextTest, AnEmptyReferenceIsTheFirstConnectedSession) {
+  ThreeSessions();
+  memory.sockets.Disconnect(0);
+  Run(":smile");
+  EXPECT_EQ(Written(1), "smile\r\n");
+}
+
 }  // namespace corvid::test

@@ -83,6 +83,16 @@ TEST_F(SessionCommandsTest, AYesToTheQuestionConnectsAndSends) {
   EXPECT_EQ(memory.sockets.TakeWritten(1), "look\r\n");
 }
 
+TEST_F(SessionCommandsTest, AYesThatCannotConnectEndsTheLine) {
+  MakeSession(0, "bob", false);
+  sessions.CharacterRef[1] = "renamed";
+  prompter.Answers = {box::ResultYes};
+  EXPECT_EQ(Run("look;north"), "Character reference not found in list");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "");
+  EXPECT_EQ(Of("box"), (Lines{"Connect|Would you like to connect bob?"}));
+  EXPECT_EQ(ErrorLog().find("traced back"), std::string::npos) << "it leaves at once";
+}
+
 TEST_F(SessionCommandsTest, CharacterSwitches) {
   MakeSession(0, "anna", true);
   MakeSession(1, "bob", false);
@@ -294,6 +304,7 @@ TEST_F(SessionCommandsTest, KillAllEndsEverySession) {
   std::string problem;
   symbols.Addmacro(65, 0, "x", 0, "", 0, "x", problem);
   symbols.CheckAndAddClass("war", 0);
+  script.TriggerCount = script.AbbreviationCount = script.TabWordCount = 3;
   Effects();
   EXPECT_EQ(Run("#KILLALL"), "");
   EXPECT_EQ(Effects(), (Lines{"disconnect 0", "disconnect 1", "screen initialize"}));
@@ -301,6 +312,7 @@ TEST_F(SessionCommandsTest, KillAllEndsEverySession) {
   EXPECT_EQ(sessions.OutputWindow(0).Text(), "");
   EXPECT_EQ(sessions.LogOpen[1], 0);
   EXPECT_EQ(script.AliasCount + script.VariableCount + script.MacroCount + script.ClassCount, 0);
+  EXPECT_EQ(script.TriggerCount + script.AbbreviationCount + script.TabWordCount, 0);
 }
 
 TEST_F(SessionCommandsTest, KillAllOfOneCharacterForgetsItsDefinitions) {

@@ -167,13 +167,15 @@ TEST_F(OutputTest, ShowsOneViewportAlone) {
 }
 
 TEST_F(OutputTest, GivesNewViewportsTheColoursOfTheFirst) {
-  state.OutputWindow(0).SetBackColor(5);
-  state.OutputWindow(0).SetForeColor(6);
+  state.editViewportT[0]->SetBackColor(5);
+  state.editViewportT[0]->SetForeColor(6);
+  state.EditViewPortR[0]->SetBackColor(7);
+  state.EditViewPortR[0]->SetSelColor(8);
   sessions.ResizeConnections(1);
-  for (TextModel* viewport : {state.EditViewPortR[1].get(), state.editViewportT[1].get()}) {
-    EXPECT_EQ(viewport->BackColor(), 5);
-    EXPECT_EQ(viewport->ForeColor(), 6);
-  }
+  EXPECT_EQ(state.editViewportT[1]->BackColor(), 5);
+  EXPECT_EQ(state.editViewportT[1]->ForeColor(), 6);
+  EXPECT_EQ(state.EditViewPortR[1]->BackColor(), 7);
+  EXPECT_EQ(state.EditViewPortR[1]->SelColor(), 8);
 }
 
 TEST_F(OutputTest, SharesTheHeight) {
