@@ -11,37 +11,9 @@ import unittest
 
 import pyatspi
 
+from accessible import LIMIT, find, find_application, has_focus, keys, text_of, until
+
 HOST = pathlib.Path(os.environ["CORVID_BUILD_DIR"]) / "tests" / "desktop_host"
-LIMIT = 5.0
-
-
-def until(condition, what):
-    """Asks every 20 ms; gives what the condition gave."""
-    end = time.monotonic() + LIMIT
-    while True:
-        try:
-            found = condition()
-        except Exception:  # the tree changes while it is walked
-            found = None
-        if found:
-            return found
-        if time.monotonic() > end:
-            raise AssertionError("never came: " + what)
-        time.sleep(0.02)
-
-
-def keys(*names):
-    subprocess.run(["xdotool", "key", "--delay", "5", *names], check=True)
-
-
-def find(root, role, name):
-    return pyatspi.findDescendant(root, lambda each: each.getRole() == role and each.name == name)
-
-
-def text_of(node):
-    return node.queryText().getText(0, -1)
-
-
 class Host:
     def __init__(self):
         self.process = subprocess.Popen([str(HOST)], stdout=subprocess.PIPE, text=True)
@@ -49,19 +21,13 @@ class Host:
         self.told = queue.Queue()
         self.reader = threading.Thread(target=self.read, daemon=True)
         self.reader.start()
-        self.application = until(self.find_application, "the application")
+        self.application = until(lambda: find_application(self.process), "the application")
         self.window = until(lambda: find(self.application, pyatspi.ROLE_FRAME, "Corvid host"), "the window")
         until(lambda: self.window.getState().contains(pyatspi.STATE_ACTIVE), "an active window")
 
     def read(self):
         for line in self.process.stdout:
             self.told.put(line.rstrip("\n"))
-
-    def find_application(self):
-        for application in pyatspi.Registry.getDesktop(0):
-            if application and application.get_process_id() == self.process.pid:
-                return application
-        return None
 
     def take(self, last):
         """Everything told up to the line `last`, that included."""
@@ -103,11 +69,8 @@ class Window(unittest.TestCase):
         until(lambda: dialog.getState().contains(pyatspi.STATE_ACTIVE), "the keys in the dialog " + title)
         return dialog
 
-    def has_focus(self, node):
-        return node.getState().contains(pyatspi.STATE_FOCUSED)
-
     def test_the_entry_begins_with_the_focus_and_shows_what_the_program_types(self):
-        until(lambda: self.has_focus(self.entry), "the focus in the entry")
+        until(lambda: has_focus(self.entry), "the focus in the entry")
         keys("h", "i", "exclam")
         got = self.host.take("typed !")
         self.assertEqual(["down 72 0", "typed h", "up 72 0", "down 73 0", "typed i", "up 73 0"], got[:6])
@@ -142,7 +105,7 @@ class Window(unittest.TestCase):
         keys("Tab")
         self.host.take("focus output")
         output = until(self.shown, "the output")
-        until(lambda: self.has_focus(output), "the focus in the output")
+        until(lambda: has_focus(output), "the focus in the output")
         self.assertFalse(output.getState().contains(pyatspi.STATE_EDITABLE))
         keys("x")
         self.assertIn("typed x", self.host.take("typed x"))
@@ -209,10 +172,10 @@ class Window(unittest.TestCase):
         keys("Right")
         self.host.take("dialog change Rate text= row=-1 value=1")
         keys("Tab")
-        until(lambda: self.has_focus(find(dialog, pyatspi.ROLE_TEXT, "Notes")), "the focus in the notes")
+        until(lambda: has_focus(find(dialog, pyatspi.ROLE_TEXT, "Notes")), "the focus in the notes")
         keys("Escape")
         self.host.take("dialog end Cancel")
-        until(lambda: self.has_focus(self.entry), "the focus back in the entry")
+        until(lambda: has_focus(self.entry), "the focus back in the entry")
 
     def test_typing_and_enter_in_a_dialog(self):
         keys("F5")
@@ -228,10 +191,10 @@ class Window(unittest.TestCase):
         dialog = self.dialog("Question")
         self.host.take("dialog got Yes text=Yes row=-1 value=0")
         yes = find(dialog, pyatspi.ROLE_PUSH_BUTTON, "Yes")
-        until(lambda: self.has_focus(yes), "the focus on Yes")
+        until(lambda: has_focus(yes), "the focus on Yes")
         keys("n")
         self.host.take("dialog end No")
-        until(lambda: self.has_focus(self.entry), "the focus back in the entry")
+        until(lambda: has_focus(self.entry), "the focus back in the entry")
         keys("q")
         got = self.host.take("typed q")
         self.assertNotIn("typed n", got)
@@ -242,7 +205,7 @@ class Window(unittest.TestCase):
         self.host.take("dialog got Yes text=Yes row=-1 value=0")
         keys("alt+F4")
         self.host.take("dialog end closed")
-        until(lambda: self.has_focus(self.entry), "the focus back in the entry")
+        until(lambda: has_focus(self.entry), "the focus back in the entry")
         keys("alt+F4")
         self.host.take("close")
         self.assertEqual(0, self.host.process.wait(timeout=LIMIT))

@@ -11,7 +11,7 @@
 #include "platform/qt/desktop/dialog_window.h"
 #include "platform/qt/desktop/key_filter.h"
 #include "platform/qt/desktop/main_window.h"
-#include "platform/qt/desktop/start_program.h"
+#include "platform/qt/program_start.h"
 
 namespace corvid {
 
@@ -149,7 +149,7 @@ void DesktopFace::SetClipboardText(const std::string& text) {
 }
 
 void DesktopFace::StartProgram(const std::string& program, const std::string& file) {
-  StartDetached(program, file);
+  StartDetachedProgram(program, file, Terminal::Own);
 }
 
 void DesktopFace::Notice(const std::string& text) {
