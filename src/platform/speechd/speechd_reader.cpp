@@ -76,25 +76,32 @@ void SpeechdReader::Say(int16 channel, const std::string& text, bool interrupt) 
 }
 
 void SpeechdReader::Work() {
-  for (;;) {
-    Job step;
-    bool starting = false;
-    {
-      std::unique_lock lock(mutex_);
-      changed_.wait(lock, [this] { return ending_ || connecting_ || !jobs_.empty(); });
-      if (ending_) return;
-      starting = connecting_;
-      if (starting) {
-        step = {.channel = 1};
-      } else if (!TakeStep(step)) {
-        continue;
-      }
-    }
-    if (!starting && !MayTry(step)) continue;
-    const std::string problem = Perform(step);
-    // A stop does nothing on a channel without a connection, so that it works says nothing about the service.
-    if (!step.stop || !problem.empty()) NoteResult(problem, !starting);
+  while (TakeTurn()) {
   }
+  // The connections end on the thread that made them, and a service that does not let go is left behind.
+  worker_.Run([routes = std::exchange(routes_, nullptr)]() mutable { routes = nullptr; }, settings_.callLimit);
+}
+
+// Waits for something to do and does it. False when the reader ends.
+bool SpeechdReader::TakeTurn() {
+  Job step;
+  bool starting = false;
+  {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return ending_ || connecting_ || !jobs_.empty(); });
+    if (ending_) return false;
+    starting = connecting_;
+    if (starting) {
+      step = {.channel = 1};
+    } else if (!TakeStep(step)) {
+      return true;
+    }
+  }
+  if (!starting && !MayTry(step)) return true;
+  const std::string problem = Perform(step);
+  // A stop does nothing on a channel without a connection, so that it works says nothing about the service.
+  if (!step.stop || !problem.empty()) NoteResult(problem, !starting);
+  return true;
 }
 
 // Moves the next stop or piece of text out of the queue. False when it has nothing to be said.

@@ -57,6 +57,7 @@ class SpeechdReader : public ScreenReader {
   static constexpr int MostStuck = 3;  // threads in calls that do not return
 
   void Work();
+  bool TakeTurn();
   bool TakeStep(Job& step);
   bool MayTry(const Job& step);
   std::string Perform(const Job& step);
