@@ -52,6 +52,7 @@ Corvid::Corvid(const Platform& outside)
   switchboard_.Voice = &speech;
   switchboard_.Questions = &prompts;
   switchboard_.Jobs = &timers;
+  timers.SetDialogJobs(&dialog);
   platform.sockets.SetEvents(&sessions);
   platform.face.AttachEntry(bufferState.EntryBox);
   platform.face.SetEvents(&keyboard);

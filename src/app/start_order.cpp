@@ -31,10 +31,6 @@ constexpr const char* LeaveWarning =
     "You are currently connected to the Mud. If you disconnect without first exiting the Mud normally, you may lose "
     "your char's equipment or have ...";
 
-std::string MudPath(const SessionState& sessions, int16 Index, const std::string& ending) {
-  return sessions.MudFolder[Index] + FileStem(sessions.SessionRef[Index]) + ending;
-}
-
 }  // namespace
 
 bool StartOrder::Form_Load(const StartRequest& request) {
@@ -48,16 +44,19 @@ bool StartOrder::Form_Load(const StartRequest& request) {
   c.bufferState.CurrentBuffer = buffer::EntryLine;
 
   if (!request.PracticePort.empty()) trap.Step([&] { PreparePractice(request.DataFolder); });
-  if (!c.userFolder.Choose(request.DataFolder)) return false;
+  bool settled = false;
+  trap.Step([&] { settled = c.userFolder.Choose(request.DataFolder); });
+  if (!settled) return false;
   trap.Step([&] { c.userFolder.SetFolders(); });
   trap.Step([&] { c.speechSettings.UseSavedSpeech(); });
   trap.Step([&] { c.saving.InitializeConfigs(); });
   trap.Step([&] { c.output.SelectOutputWindow(c.optionsState.ColourDisplay); });
   trap.Step([&] { c.output.ResizeForm(); });
-  trap.Step([&] { LoadCharacters(); });
+  trap.Step([&] { c.characters.ReadMudFile(); });
   if (!request.PracticePort.empty()) trap.Step([&] { AddPracticeCharacter(request.PracticePort); });
   trap.Step([&] { LoadStartScripts(); });
   trap.Step([&] { LoadFullImage(); });
+  c.scriptState.DefiningBuffer = 0;
   trap.Step([&] { c.speechSettings.StartSpeech(); });
   if (c.platform.events.Ending()) return false;
   c.platform.face.ShowMain();
@@ -89,15 +88,6 @@ void StartOrder::PreparePractice(const std::string& folder) {
   c.speechSettings.SaveSpeech();
 }
 
-void StartOrder::LoadCharacters() {
-  const StartHouse& c = house_;
-  c.characters.ReadMudFile();
-  const SessionState& table = c.sessionState;
-  for (int16 row = 1; row <= table.CharacterCount; ++row)
-    if (table.CharacterName[row] == "QUICKCONNECT" && table.MudName[row] == "MUD")
-      c.sessionState.ConnectHost = table.HostName[row];
-}
-
 // The port is another one each time, so it is set anew; all else of the row is the player's.
 void StartOrder::AddPracticeCharacter(const std::string& port) {
   SessionState& table = house_.sessionState;
@@ -118,7 +108,6 @@ void StartOrder::LoadStartScripts() {
   int16 outchannel = CurrentSession;
   const std::string path = c.optionsState.UserDataFolder + "start.set";
   if (c.platform.files.FileExists(path)) c.buffers.LoadSet(path, 0, outchannel);
-  c.scriptState.DefiningBuffer = 0;
 }
 
 void StartOrder::LoadFullImage() {
@@ -149,49 +138,69 @@ void StartOrder::ConnectAtOnce(const std::string& reference) {
 bool StartOrder::MayDisconnect() {
   const StartHouse& c = house_;
   for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
-    if (!c.platform.sockets.Connected(Index)) continue;
-    if (c.upcalls.prompter.MsgBox(LeaveWarning, box::YesNo, "Disconnect Verification ") != box::ResultYes) return false;
+    if (mandatory_ || !c.platform.sockets.Connected(Index)) continue;
+    if (c.upcalls.prompter.MsgBox(LeaveWarning, box::YesNo, "Disconnect Verification ") != box::ResultYes &&
+        !mandatory_)  // PUMP
+      return false;
   }
   return true;
 }
 
-void StartOrder::SaveCharacter(int16 Index) {
+// False when the disk refused what was to be saved; the player has been told.
+bool StartOrder::SaveCharacter(int16 Index) {
   const StartHouse& c = house_;
   const SessionState& sessions = c.sessionState;
   const int16 owner = c.scriptState.SocketOwner[Index];
-  if (owner <= 0 || sessions.SessionRef[Index].empty()) return;
+  if (owner <= 0 || sessions.SessionRef[Index].empty()) return true;
   const std::string ref = sessions.SessionRef[Index];
-  const int16 flags = sessions.CharFlags[owner];
-  Prompter& ask = c.upcalls.prompter;
-  if ((flags & charflag::SimpleControl) != 0 &&
-      ask.MsgBox("Would you like to save any changes that you have made to " + ref + " or other settings?", box::YesNo,
-                 "Corvid") == box::ResultYes)
-    c.saving.WriteAltMethod(owner, MudPath(sessions, Index, "-char.set"), false);
-  if ((flags & charflag::KeepVariables) != 0) {
-    c.saving.SaveVariables(owner);
-    return;
+  bool saved = true;
+  if ((sessions.CharFlags[owner] & charflag::SimpleControl) != 0 &&
+      MayKeep("Would you like to save any changes that you have made to " + ref + " or other settings?", "Corvid"))
+    saved = c.saving.WriteAltMethod(owner, c.saving.CharacterFile(Index, "-char.set"), false);  // PUMP
+  return SaveVariablesOf(Index, owner, ref) && saved;
+}
+
+bool StartOrder::SaveVariablesOf(int16 Index, int16 owner, const std::string& ref) {
+  const StartHouse& c = house_;
+  if ((c.sessionState.CharFlags[owner] & charflag::KeepVariables) != 0) return c.saving.SaveVariables(owner);
+  const std::string variables = c.saving.CharacterFile(Index, "-var.set");
+  if (!c.platform.files.FileExists(variables)) return true;
+  if (MayKeep("Would you like to save your variables again for " + ref + "?", "Save Variables"))
+    return c.saving.SaveVariables(owner);
+  c.platform.files.Remove(variables);
+  return true;
+}
+
+// A player who has gone cannot say no, and loses nothing.
+bool StartOrder::MayKeep(const std::string& question, const std::string& title) {
+  const StartHouse& c = house_;
+  if (!c.platform.face.PlayerThere()) return true;
+  return c.upcalls.prompter.MsgBox(question, box::YesNo, title) == box::ResultYes ||
+         !c.platform.face.PlayerThere();  // PUMP
+}
+
+// What could not be saved ends with the program, so the player may stay and make room on the disk.
+bool StartOrder::SaveCharacters() {
+  const StartHouse& c = house_;
+  bool saved = true;
+  for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
+    Trap trap{c.upcalls.errors, "quit", {std::to_string(Index)}};
+    trap.Step([&] { saved = SaveCharacter(Index) && saved; });
   }
-  const std::string variables = MudPath(sessions, Index, "-var.set");
-  if (!c.platform.files.FileExists(variables)) return;
-  if (ask.MsgBox("Would you like to save your variables again for " + ref + "?", box::YesNo, "Save Variables") ==
-      box::ResultYes) {
-    c.saving.SaveVariables(owner);
-  } else {
-    c.platform.files.Remove(variables);
-  }
+  if (saved || mandatory_) return true;
+  return c.upcalls.prompter.MsgBox("Not everything could be saved. Would you like to leave all the same?", box::YesNo,
+                                   "Corvid") == box::ResultYes ||
+         mandatory_;  // PUMP
 }
 
 void StartOrder::quit(bool Mandatory) {
   const StartHouse& c = house_;
+  mandatory_ = mandatory_ || Mandatory;  // also while an earlier call waits for an answer
   if (quitting_) return;
   quitting_ = true;
-  if (!Mandatory && !MayDisconnect()) {
+  if (!MayDisconnect() || !SaveCharacters()) {
     quitting_ = false;
     return;
-  }
-  for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {
-    Trap trap{c.upcalls.errors, "quit", {std::to_string(Index)}};
-    trap.Step([&] { SaveCharacter(Index); });
   }
   Form_Unload();
   c.platform.events.End(0);

@@ -59,23 +59,27 @@ class StartOrder {
   // told why. May pump events.
   bool Form_Load(const StartRequest& request);
   // Ends the program. Unless Mandatory the player is asked about open connections and may refuse; scripts and variables
-  // are saved as each character wants it. May pump events.
+  // are saved as each character wants it, and where the disk does not take them the player may refuse as well. May pump
+  // events.
   void quit(bool Mandatory);
   // Closes connections and logs. Each step runs, whatever the others do.
   void Form_Unload();
 
  private:
   void PreparePractice(const std::string& folder);
-  void LoadCharacters();
   void AddPracticeCharacter(const std::string& port);
   void LoadStartScripts();
   void LoadFullImage();
   bool MayDisconnect();
-  void SaveCharacter(int16 Index);
+  bool SaveCharacters();
+  bool SaveCharacter(int16 Index);
+  bool SaveVariablesOf(int16 Index, int16 owner, const std::string& ref);
+  bool MayKeep(const std::string& question, const std::string& title);
   void ConnectAtOnce(const std::string& reference);
 
   StartHouse house_;
   bool quitting_ = false;
+  bool mandatory_ = false;
 };
 
 }  // namespace corvid

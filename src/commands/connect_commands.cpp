@@ -115,7 +115,7 @@ void handler::Reload(CommandCall& call) {
   const OwnerId owner = house.script.SocketOwner[call.outchannel];
   // Without a character there is nothing to read again, and the definitions for everybody would only be lost.
   if (owner == 0) return;
-  house.sessionRoutines.RemoveCharacter(owner);  // PUMP
+  if (!house.sessionRoutines.RemoveCharacter(owner)) return;  // PUMP; the player knows
   house.symbols.CompressCommand(windowtype::All);
   house.sessionRoutines.LoadCharacterSets(call.outchannel, 0);  // PUMP
 }

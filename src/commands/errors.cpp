@@ -4,6 +4,7 @@
 #include <exception>
 #include <utility>
 
+#include "core/fault.h"
 #include "core/text.h"
 
 namespace corvid {
@@ -85,6 +86,8 @@ void Errors::UnknownError(const std::string& error, const std::string& procedure
 
 void Errors::WriteErrorFile(const std::string& error, const std::string& procedure,
                             const std::vector<std::string>& parameters) {
+  // Before the start has settled the folder a file would lie wherever the program was called from.
+  if (options_.UserDataFolder.empty()) throw Fault(FaultKind::PathNotFound, "There is no user data folder yet");
   std::string text = "==============\r\nG Error =" + std::to_string(script_.CurrentSocket) + "\r\nError: " + error +
                      "\r\nProcedure: " + procedure + "\r\n";
   for (std::size_t i = 0; i < KeptParameters; ++i)

@@ -121,7 +121,7 @@ void handler::KillAll(CommandCall& call) {
   if (!ExpandParameters(call)) return;
   for (int16 i = 0; i <= house.sessions.SessionHigh; ++i) {
     if (!SameText(house.sessions.SessionRef[i], call.P[2])) continue;
-    house.sessionRoutines.RemoveCharacter(house.script.SocketOwner[i]);  // PUMP
+    if (!house.sessionRoutines.RemoveCharacter(house.script.SocketOwner[i])) return;  // PUMP; the player knows
     house.symbols.CompressCommand(windowtype::All);
     return;
   }

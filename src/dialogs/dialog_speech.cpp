@@ -99,9 +99,13 @@ void GenDialog::GDEvent(ControlKind Kind, int16 Index, DialogEvent Event, int16&
       const bool changed = Event == DialogEvent::Change || Event == DialogEvent::Scroll || Event == DialogEvent::Click;
       if (changed && Kind != ControlKind::Button) SpeakChange(control);
     }
-    if (!handler_) return;
     const Handler handler = handler_;  // it may open the next dialog, which brings its own
-    handler({Kind, Index, Event, KeyOrState, Shift});
+    const unsigned mine = showing_;
+    if (handler) handler({Kind, Index, Event, KeyOrState, Shift});
+    const bool edits = Kind == ControlKind::TextBox || Kind == ControlKind::Box;
+    if (!edits || !GDOpen || showing_ != mine || KeyOrState == 0) return;
+    if (Event == DialogEvent::KeyDown) SpeakKey(Control(Kind, Index), KeyOrState, Shift);
+    if (Event == DialogEvent::KeyPress) EchoTyped(KeyOrState);
   } catch (const std::exception& fault) {
     upcalls_.errors.ErrorReport(fault.what(), GenFormCode, 0, 0);
   }

@@ -35,6 +35,12 @@ std::vector<std::string> Prompts::FolderItems(const std::string& folder, const s
 void Prompts::FolderDialog2(const std::string& StartFile, const std::string& wildcard, int16 fOptions,
                             const std::string& title, std::string& ErrorDescription, std::string& filename,
                             const std::string& StartingFolder) {
+  ChooseFile("FOLDER2", StartFile, wildcard, fOptions, title, ErrorDescription, filename, StartingFolder);
+}
+
+void Prompts::ChooseFile(const std::string& FormCode, const std::string& StartFile, const std::string& wildcard,
+                         int16 fOptions, const std::string& title, std::string& ErrorDescription, std::string& filename,
+                         const std::string& StartingFolder) {
   std::string folder = WithSlash(platform_.files.Absolute(StartingFolder));
   filename.clear();
   bool accepted = false;
@@ -93,7 +99,7 @@ void Prompts::FolderDialog2(const std::string& StartFile, const std::string& wil
   };
   try {
     const std::vector<std::string> items = FolderItems(folder, wildcard);
-    dialog_.Form_Init("FOLDER2", title, handler);
+    dialog_.Form_Init(FormCode, title, handler);
     dialog_.MakeLabel(500, 500, 295, 2000, "File name");
     dialog_.MakeTextBox(0, -200, 295, 4000, StartFile);
     dialog_.MakeList(-300, 500, 3000, 6000, items, 0, folder);
@@ -111,7 +117,8 @@ void Prompts::FolderDialog2(const std::string& StartFile, const std::string& wil
 void Prompts::FolderDialog(const std::string& StartFile, const std::string& wildcard, int16 fOptions,
                            const std::string& title, std::string& ErrorDescription, std::string& filename,
                            const std::string& userFolder) {
-  FolderDialog2(StartFile, wildcard, fOptions, title, ErrorDescription, filename, userFolder + FolderOf(StartFile));
+  ChooseFile("FOLDER", StartFile, wildcard, fOptions, title, ErrorDescription, filename,
+             userFolder + FolderOf(StartFile));
 }
 
 }  // namespace corvid

@@ -24,6 +24,8 @@ void GenDialog::Form_Init(const std::string& FormCode, const std::string& FormTi
   rightEdge_ = bottomEdge_ = 0;
   closeResult_ = 0;
   openingText_.clear();
+  lastLine_.clear();
+  lastSelected_.clear();
 }
 
 void GenDialog::CalcNewPosition(int32& top, int32& left, int32& height, int32& width) const {
@@ -179,7 +181,7 @@ void GenDialog::ShowForm(int32 RightMargin, int32 BottomMargin) {
   int16 none = 0;
   GDEvent(ControlKind::Form, 0, DialogEvent::Activate, none, none);
   while (GDOpen && showing_ == mine) {
-    if (platform_.events.Ending()) {
+    if (platform_.events.Ending() || !platform_.face.PlayerThere()) {
       Unload();
       break;
     }

@@ -10,6 +10,7 @@
 #include "core/upcalls.h"
 #include "platform/dialog_view.h"
 #include "platform/platform.h"
+#include "sessions/timers.h"
 #include "speech/speech_state.h"
 
 namespace corvid {
@@ -23,7 +24,7 @@ struct DialogEventArgs {
   int16& Shift;
 };
 
-class GenDialog : public DialogEvents {
+class GenDialog : public DialogEvents, public DialogJobs {
  public:
   using Handler = std::function<void(const DialogEventArgs&)>;
   static constexpr int16 DefaultButton = 1, CancelButton = 2;  // bits of GDOption
@@ -49,7 +50,8 @@ class GenDialog : public DialogEvents {
   void SetCommandButtons(int16 defaultButton, int16 Cancel);  // by index; 0 for none
   void SetFirstFocus(ControlKind kind, int16 index);          // instead of the first control that can have it
   void SetOpeningText(const std::string& text) { openingText_ = text; }  // spoken behind the title
-  // Shows the dialog and pumps events until it has been unloaded.
+  // Shows the dialog and pumps events until it has been unloaded. It ends with GDResult 0 when the program ends or no
+  // player is there to answer.
   void ShowForm(int32 RightMargin, int32 BottomMargin);
 
   // --- for handlers ---
@@ -70,6 +72,9 @@ class GenDialog : public DialogEvents {
   void DialogHappened(int32 control, DialogEvent event, int16& key, int16& shift) override;
   void DialogCloseRequested() override;
 
+  // Speaks for an edit field when its caret has settled: 1 the word, 2 the line, 3 what was selected last.
+  void SpeakField(bool textControl, int16 index, int16 job) override;
+
   // The dispatcher: speaks what the player has met, then asks the dialog's handler. A fault there is reported and the
   // dialog stays open.
   void GDEvent(ControlKind Kind, int16 Index, DialogEvent Event, int16& KeyOrState, int16& Shift);
@@ -82,6 +87,10 @@ class GenDialog : public DialogEvents {
   void SpeakFocus(const DialogControl& control);
   void SpeakChange(const DialogControl& control);
   void SayControl(const std::string& text);
+  void SpeakKey(const DialogControl& field, int16 KeyCode, int16 Shift);
+  void SpeakSpot(const DialogControl& field, int32 from, int32 to);
+  void EchoTyped(int16 code);
+  bool SpeaksEditing() const;
   void SelectOption(DialogControl& chosen);
 
   Platform& platform_;
@@ -94,7 +103,9 @@ class GenDialog : public DialogEvents {
   int32 rightEdge_ = 0, bottomEdge_ = 0;
   int16 closeResult_ = 0;
   std::string openingText_;
-  unsigned showing_ = 0;  // number of the dialog that is open: an outer ShowForm ends when it has changed
+  std::string lastLine_;      // of the field whose words were spoken last
+  std::string lastSelected_;  // what was selected when a selection was spoken last
+  unsigned showing_ = 0;      // number of the dialog that is open: an outer ShowForm ends when it has changed
 };
 
 }  // namespace corvid

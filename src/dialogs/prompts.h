@@ -34,6 +34,9 @@ class Prompts : public Prompter {
   static constexpr int16 FileMayBeMissing = 1;  // bit of fOptions: the name of a new file is accepted
 
  private:
+  void ChooseFile(const std::string& FormCode, const std::string& StartFile, const std::string& wildcard,
+                  int16 fOptions, const std::string& title, std::string& ErrorDescription, std::string& filename,
+                  const std::string& StartingFolder);
   std::vector<std::string> FolderItems(const std::string& folder, const std::string& wildcard) const;
 
   GenDialog& dialog_;

@@ -152,7 +152,7 @@ bool Saving::SaveVariables(OwnerId ownedBy) {
   if (channel < 0) return false;
   std::string text;
   Save(save::Variables, ownedBy, text);
-  return WriteFile(sessions_.MudFolder[channel] + FileStem(sessions_.SessionRef[channel]) + "-var.set", text);
+  return WriteFile(CharacterFile(channel, "-var.set"), text);
 }
 
 void Saving::AutoSave() {
@@ -162,7 +162,7 @@ void Saving::AutoSave() {
     trap.Step([&] {
       const OwnerId owner = script_.SocketOwner[i];
       if (owner <= 0 || (sessions_.CharFlags[owner] & charflag::SimpleControl) == 0) return;
-      WriteAltMethod(owner, sessions_.MudFolder[i] + FileStem(sessions_.SessionRef[i]) + "-char.set", false);  // PUMP
+      WriteAltMethod(owner, CharacterFile(i, "-char.set"), false);  // PUMP
     });
   }
   trap.Step([&] { bufferFiles_.SaveCurrentBuffer(); });
@@ -171,6 +171,10 @@ void Saving::AutoSave() {
       if (bufferFiles_.IsModified(n)) bufferFiles_.WriteBuffer(n);
     });
   }
+}
+
+std::string Saving::CharacterFile(int16 Index, const std::string& ending) const {
+  return sessions_.MudFolder[Index] + FileStem(sessions_.SessionRef[Index]) + ending;
 }
 
 int16 Saving::FindChannel(OwnerId ownedBy) const {

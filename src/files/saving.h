@@ -47,6 +47,8 @@ class Saving {
   bool WriteImage(const std::string& filename);                                         // everything
   bool SaveVariables(OwnerId ownedBy);  // "<ref>-var.set" in the folder of the owner's session; no session: false
   void AutoSave();                      // simple-control characters and changed scripts, if the option AutoSave is on
+  // A file of the session's character in its Mud's folder: the reference and ending ("-var.set").
+  std::string CharacterFile(int16 Index, const std::string& ending) const;
   // The first session (connected or not) of a character; -1 for none.
   int16 FindChannel(OwnerId ownedBy) const;
 

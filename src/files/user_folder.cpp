@@ -3,6 +3,7 @@
 
 #include "core/fault.h"
 #include "core/text.h"
+#include "core/trap.h"
 
 namespace corvid {
 
@@ -42,25 +43,28 @@ bool UserFolder::Choose(const std::string& given) {
   return CreateDataFolder() && FillDataFolder();
 }
 
+template <typename Work>
+void UserFolder::Try(Work&& work) {
+  Trap trap{upcalls_.errors, Key};
+  trap.Step(work);
+}
+
 bool UserFolder::Find() {
-  std::string folder = WithSlash(platform_.settings.Get(Application, Section, Key));
+  std::string folder;
+  // A store that fails is told; the default folder is found again without it.
+  Try([&] { folder = WithSlash(platform_.settings.Get(Application, Section, Key)); });
   if (!folder.empty() && !platform_.files.FolderExists(folder)) {
     const std::string question =
         "The defined user data folder \"" + folder + "\" does not exist. Do you want to create the folder?";
     if (Ask(question, box::YesNo, "Warning") != box::ResultYes) {
-      platform_.settings.Delete(Application, Section, Key);
+      Try([&] { platform_.settings.Delete(Application, Section, Key); });
       Ask("Come back when you are ready to continue.", box::OkOnly, "No Corvid User Data Folder Defined");
       return false;
     }
   }
   if (folder.empty()) {
     folder = WithSlash(platform_.places.DocumentsFolder()) + "Corvid/";
-    try {
-      platform_.settings.Set(Application, Section, Key, folder);
-    } catch (const Fault& fault) {
-      // The default is found again without the setting: nothing is lost.
-      upcalls_.errors.UnknownError(fault.what(), "DefaultFolder", {folder});
-    }
+    Try([&] { platform_.settings.Set(Application, Section, Key, folder); });
   }
   options_.UserDataFolder = folder;
   return true;

@@ -39,6 +39,8 @@ class UserFolder {
   static constexpr int MaxFolders = 100000;
 
  private:
+  template <typename Work>
+  void Try(Work&& work);
   bool Find();
   bool CreateDataFolder();
   bool FillDataFolder();

@@ -50,6 +50,9 @@ class Face {
   // A line for a player whom speech cannot reach (no sound card, no voice): shown, not spoken.
   virtual void Notice(const std::string& text) = 0;
 
+  // False once nobody can answer a question any more: the input has ended. A dialog then closes by itself.
+  virtual bool PlayerThere() const { return true; }
+
   // Facts for faces that report them; the others ignore these.
   virtual void NoteSend(int16 /*session*/, const std::string& /*text*/) {}
   virtual void NoteSession(int16 /*session*/, const std::string& /*state*/) {}

@@ -150,11 +150,14 @@ bool CharacterFile::ReadMudFile() {
   const std::string path = options_.UserDataFolder + "Character.mud";
   CharacterTable& table = sessions_;
   bool read = false;
-  try {
-    read = ParseCharacters(Scramble(platform_.files.ReadWhole(path)), table) && table.CharacterCount > 0;
-    // The next connection writes the table, so that a player with a damaged file would lose it for good.
-    if (!read) platform_.files.Copy(path, options_.UserDataFolder + "Character.bad");
-  } catch (const Fault&) {  // no such file on the first run; one that cannot be read counts as none
+  if (platform_.files.FileExists(path)) {
+    try {
+      read = ParseCharacters(Scramble(platform_.files.ReadWhole(path)), table) && table.CharacterCount > 0;
+      if (!read) upcalls_.errors.UnknownError("The character file is damaged", "ReadMudFile", {path});
+    } catch (const Fault& fault) {
+      upcalls_.errors.UnknownError(fault.what(), "ReadMudFile", {path});
+    }
+    unreadable_ = !read && !KeepBeside();
   }
   if (!read) {
     ResizeTable(table, 0);
@@ -167,10 +170,23 @@ bool CharacterFile::ReadMudFile() {
   return read;
 }
 
+// The next connection writes the table, so that a player with a damaged file would lose it for good.
+bool CharacterFile::KeepBeside() {
+  try {
+    platform_.files.WriteWhole(options_.UserDataFolder + "Character.bad",
+                               platform_.files.ReadWhole(options_.UserDataFolder + "Character.mud"), Privacy::Private);
+    return true;
+  } catch (const Fault&) {
+    return false;
+  }
+}
+
 void CharacterFile::writeMudFile() {
   // The file is replaced whole by the platform, so that passwords never lie in the clear on the disk, not even for the
   // moment that a scratch file would exist.
   try {
+    if (unreadable_ && !KeepBeside()) throw Fault(FaultKind::FileIo, "The old file is not kept");
+    unreadable_ = false;
     platform_.files.WriteWhole(options_.UserDataFolder + "Character.mud", Scramble(FormatCharacters(sessions_)),
                                Privacy::Private);
   } catch (const Fault&) {

@@ -26,17 +26,22 @@ class CharacterFile {
  public:
   CharacterFile(SessionState& sessions, OptionsState& options, Platform& platform, Upcalls& upcalls);
 
-  // Fills the character table from the user data folder. Without a readable file the table has the one row
-  // "QUICKCONNECT" and the result is false; a damaged file is kept beside as "Character.bad". Never throws.
+  // Fills the character table from the user data folder, and ConnectHost from its row of quick connections. Without a
+  // readable file the table has the one row "QUICKCONNECT" and the result is false. A file that is there but cannot be
+  // read or understood goes to UnknownError, and is kept beside as "Character.bad". Never throws.
   bool ReadMudFile();
-  // Replaces the file. A failure is told to the player and the table stays as it is.
+  // Replaces the file, except one that could be neither read nor kept beside. A failure is told to the player and the
+  // table stays as it is.
   void writeMudFile();
 
  private:
+  bool KeepBeside();
+
   SessionState& sessions_;
   OptionsState& options_;
   Platform& platform_;
   Upcalls& upcalls_;
+  bool unreadable_ = false;  // the file on the disk has characters that the table has not
 };
 
 }  // namespace corvid

@@ -126,37 +126,42 @@ bool Sessions::ScriptsChanged(int16 ownedBy) const {
   return false;
 }
 
-// What becomes of the variables of a character that goes.
-void Sessions::KeepVariables(int16 ownedBy) {
-  if ((sessions_.CharFlags[ownedBy] & charflag::KeepVariables) != 0) {
-    saving_.SaveVariables(ownedBy);
-    return;
-  }
-  const std::string path = SetFile(ownedBy, "-var.set");
-  if (!platform_.files.FileExists(path)) return;
-  const int16 answer =
-      Ask("Would you like to save your variables again for " + sessions_.CharacterRef[ownedBy] + "?", "Save Variables");
-  if (answer == box::ResultYes) {
-    saving_.SaveVariables(ownedBy);
-  } else if (answer == box::ResultNo) {
-    platform_.files.Remove(path);
-  }
+// False when the disk refused, as in the two below.
+bool Sessions::SaveChanges(int16 ownedBy) {
+  if (options_.AutoSave || !ScriptsChanged(ownedBy)) return true;
+  if (Ask("Would you like to save any changes that you have made to " + sessions_.CharacterRef[ownedBy] + "?",
+          "Corvid") != box::ResultYes)  // PUMP
+    return true;
+  const bool written = saving_.WriteAltMethod(ownedBy, SetFile(ownedBy, ".char.set"), false);  // PUMP
+  return WriteVariables(ownedBy) && written;
 }
 
-void Sessions::RemoveCharacter(int16 ownedBy) {
-  if (ownedBy <= 0 || ownedBy > sessions_.CharacterCount) return;
+// What becomes of the variables of a character that goes.
+bool Sessions::KeepVariables(int16 ownedBy) {
+  if ((sessions_.CharFlags[ownedBy] & charflag::KeepVariables) != 0) return WriteVariables(ownedBy);
+  const std::string path = SetFile(ownedBy, "-var.set");
+  if (!platform_.files.FileExists(path)) return true;
+  const int16 answer =
+      Ask("Would you like to save your variables again for " + sessions_.CharacterRef[ownedBy] + "?", "Save Variables");
+  if (answer == box::ResultYes) return WriteVariables(ownedBy);
+  if (answer == box::ResultNo && platform_.face.PlayerThere()) platform_.files.Remove(path);
+  return true;
+}
+
+// A character that no session holds any more has no variables to write.
+bool Sessions::WriteVariables(int16 ownedBy) {
+  return FindChannel(ownedBy) < 0 || saving_.SaveVariables(ownedBy);
+}
+
+bool Sessions::RemoveCharacter(int16 ownedBy) {
+  if (ownedBy <= 0 || ownedBy > sessions_.CharacterCount) return true;
   Trap trap{upcalls_.errors, "RemoveCharacter", {std::to_string(ownedBy)}};
+  bool saved = true;
+  trap.Step([&] { saved = SaveChanges(ownedBy); });  // PUMP
   trap.Step([&] {
-    if (options_.AutoSave || !ScriptsChanged(ownedBy)) return;
-    if (Ask("Would you like to save any changes that you have made to " + sessions_.CharacterRef[ownedBy] + "?",
-            "Corvid") != box::ResultYes)  // PUMP
-      return;
-    saving_.WriteAltMethod(ownedBy, SetFile(ownedBy, ".char.set"), false);
-    saving_.SaveVariables(ownedBy);
+    if (!sessions_.CharacterRef[ownedBy].empty()) saved = KeepVariables(ownedBy) && saved;  // PUMP
   });
-  trap.Step([&] {
-    if (!sessions_.CharacterRef[ownedBy].empty()) KeepVariables(ownedBy);  // PUMP
-  });
+  if (!saved) return false;
   trap.Step([&] { symbols_.RemoveCharacter(ownedBy); });
   for (int16 number = buffers_.BufferCount; number >= buffer::FirstScript; --number)
     trap.Step([&] {
@@ -164,6 +169,7 @@ void Sessions::RemoveCharacter(int16 ownedBy) {
           buffers_.BufferFlags[number] != 0)
         scriptFiles_.CloseBuffer(number);  // PUMP
     });
+  return true;
 }
 
 }  // namespace corvid

@@ -59,16 +59,23 @@ void Sessions::ResizeConnections(int16 i) {
             sessions_.GagLines, sessions_.GagNotice, sessions_.TextArrived, sessions_.HistoryLines,
             sessions_.HistoryPos, sessions_.PassThru, sessions_.WalkState, sessions_.WalkBuffer,
             sessions_.EditViewPortR, sessions_.editViewportT);
+  int error = 0;
   for (int16 slot = from; slot <= i; ++slot) {
     sessions_.GagLines[slot] = -1;
     for (Table<char>* enabled :
          {&sessions_.TriggerEnabled, &sessions_.AliasEnabled, &sessions_.KeyEnabled, &sessions_.LogEntriesEnabled})
       (*enabled)[slot] = 1;
     output_.CreateViewports(slot);
-    platform_.sockets.Create(slot);
+    try {
+      platform_.sockets.Create(slot);
+    } catch (const Fault& fault) {
+      error = fault.Number();
+    }
   }
   sessions_.SessionHigh = i;
   if (first) output_.CurrentViewPort(script_.CurrentSocket);
+  if (error != 0)
+    upcalls_.errors.ShowError("Error initializing Socket Control, err = " + std::to_string(error));  // PUMP
 }
 
 void Sessions::SetMud(int16 socket, int16 MudIndex) {

@@ -53,9 +53,11 @@ class Sessions final : public SocketEvents {
   // Loads the scripts of the session's character and opens its log. May pump events.
   void LoadCharacterSets(int16 Index, int16 flags);
   // Forgets all definitions and scripts of a character, after asking what to save. The tables keep blank rows until
-  // CompressCommand. May pump events.
-  void RemoveCharacter(int16 ownedBy);
-  // Makes i the highest slot: every per-session array, its socket and its viewports. 0 at the start.
+  // CompressCommand. False, with everything still there, when the disk refused what was to be saved; the player has
+  // been told. May pump events.
+  bool RemoveCharacter(int16 ownedBy);
+  // Makes i the highest slot: every per-session array, its socket and its viewports. 0 at the start. A socket that
+  // cannot be made is told and the program goes on. May pump events then.
   void ResizeConnections(int16 i);
   // Title of the main window by the active session's state; the window comes forward.
   void UpdateTitle();
@@ -96,7 +98,9 @@ class Sessions final : public SocketEvents {
   void LoadTabWords(int16 owner, const std::string& path);
   void PrepareLogsFolder();
   bool ScriptsChanged(int16 ownedBy) const;
-  void KeepVariables(int16 ownedBy);
+  bool SaveChanges(int16 ownedBy);
+  bool KeepVariables(int16 ownedBy);
+  bool WriteVariables(int16 ownedBy);
   int16 Ask(const std::string& text, const std::string& title);
 
   ScriptState& script_;

@@ -61,7 +61,7 @@ int16 Sessions::TakeSlot(int16 MudIndex, int16 flags) {
     if (slot == NoSlot) break;
     if (sessions_.SessionRef[slot].empty() || SameCharacter(slot, MudIndex)) return slot;
     const int16 other = script_.SocketOwner[slot];
-    RemoveCharacter(other);  // PUMP: the slot may be in use meanwhile, so that the search begins anew
+    if (!RemoveCharacter(other)) return NoSlot;  // PUMP: the slot may be in use meanwhile: the search begins anew
     symbols_.CompressCommand(windowtype::All);
     if (!StillOwns(slot, other)) continue;
     sessions_.SessionRef[slot].clear();

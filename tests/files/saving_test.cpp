@@ -343,6 +343,13 @@ TEST(SaveVariables, NeedsASessionOfTheOwner) {
   EXPECT_EQ(house.saving.FindChannel(4), -1);
 }
 
+TEST(SaveVariables, CannotLeaveTheFolder) {
+  FilesHouse house;
+  house.OpenSession(1, 3, "../../bob");
+  EXPECT_TRUE(house.saving.SaveVariables(3));
+  EXPECT_EQ(house.File("/data/mud/.._.._bob-var.set"), "");
+}
+
 TEST(Saving, ARefusingDiskIsToldAndLosesNothing) {
   FilesHouse house;
   house.OpenSession(1, 3, "bob");

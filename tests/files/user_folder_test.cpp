@@ -97,6 +97,15 @@ TEST(ChooseFolder, AGivenFolderIsNotStored) {
   EXPECT_EQ(house.Told("box"), Texts());
 }
 
+TEST(ChooseFolder, AStoreThatFailsIsToldAndTheDefaultIsFound) {
+  FilesHouse house;
+  house.mem.files.Put(std::string(Standard) + "start.set", "");
+  house.mem.settings.Fails = true;
+  EXPECT_TRUE(house.folder.Choose(""));
+  EXPECT_EQ(house.options.UserDataFolder, Standard);
+  EXPECT_EQ(house.Told("unknownerror"), Texts(2, "DefaultFolder: the store is read-only"));
+}
+
 TEST(ChooseFolder, AFolderThatCannotBeMadeEndsTheProgram) {
   FilesHouse house;
   house.mem.files.Fail = [](const std::string& operation, const std::string&) {

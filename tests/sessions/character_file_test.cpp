@@ -95,6 +95,26 @@ TEST_F(CharacterFileTest, LeavesTheQuickConnectRowWithoutAFile) {
   EXPECT_EQ(state.CharacterName[1], "QUICKCONNECT");
   EXPECT_EQ(state.CharacterRef[1], "");
   EXPECT_FALSE(memory.files.FileExists("/data/Character.bad"));
+  EXPECT_TRUE(Of("unknownerror").empty());
+}
+
+TEST_F(CharacterFileTest, NeverReplacesAFileThatItCannotRead) {
+  Character("Aard", "Bob", "bob");
+  characters.writeMudFile();
+  const std::string before = memory.files.ReadWhole("/data/Character.mud");
+  memory.files.Fail = [](const std::string& operation, const std::string&) {
+    return operation == "read" ? std::string("bad sector") : std::string();
+  };
+  EXPECT_FALSE(characters.ReadMudFile());
+  EXPECT_EQ(Of("unknownerror"), (Texts{"ReadMudFile: /data/Character.mud: bad sector"}));
+  EXPECT_EQ(state.CharacterCount, 1);
+  characters.writeMudFile();
+  EXPECT_EQ(Of("showerror"), (Texts{"Error opening Character.mud file in /data/"}));
+  memory.files.Fail = nullptr;
+  EXPECT_EQ(memory.files.ReadWhole("/data/Character.mud"), before);
+  characters.writeMudFile();  // it can be kept beside now
+  EXPECT_EQ(memory.files.ReadWhole("/data/Character.bad"), before);
+  EXPECT_NE(memory.files.ReadWhole("/data/Character.mud"), before);
 }
 
 TEST_F(CharacterFileTest, KeepsADamagedFileBeside) {
@@ -103,6 +123,8 @@ TEST_F(CharacterFileTest, KeepsADamagedFileBeside) {
   EXPECT_FALSE(characters.ReadMudFile());
   EXPECT_EQ(state.CharacterCount, 1);
   EXPECT_EQ(memory.files.ReadWhole("/data/Character.bad"), damaged);
+  EXPECT_TRUE(memory.files.IsPrivate("/data/Character.bad"));
+  EXPECT_EQ(Of("unknownerror"), (Texts{"ReadMudFile: The character file is damaged"}));
   characters.writeMudFile();
   EXPECT_TRUE(characters.ReadMudFile()) << "writing the table has mended the file";
 }

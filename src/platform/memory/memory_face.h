@@ -67,6 +67,8 @@ class MemoryFace : public Face, public DialogView {
   std::string Title;
   std::string EntryLabel;
   std::string Clipboard;
+  bool PlayerThere() const override { return Player; }
+  bool Player = true;         // false: as when the input has ended
   bool RecordDisplay = true;  // effects "display" for text that reaches a viewport
 
  private:

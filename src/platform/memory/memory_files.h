@@ -52,12 +52,14 @@ class MemoryPlaces : public Places {
 
 class MemorySettings : public Settings {
  public:
+  bool Fails = false;  // every operation is a Fault of kind Permission
   std::string Get(const std::string& application, const std::string& section, const std::string& key) const override;
   void Set(const std::string& application, const std::string& section, const std::string& key,
            const std::string& value) override;
   void Delete(const std::string& application, const std::string& section, const std::string& key) override;
 
  private:
+  void Ask() const;
   std::map<std::string, std::string> values_;
 };
 

@@ -3,11 +3,13 @@
 
 #include <algorithm>
 
+#include "core/fault.h"
 #include "core/number.h"
 
 namespace corvid {
 
 void MemorySockets::Create(int16 Index) {
+  if (FailCreate) throw Fault(FaultKind::Internal, "No socket in this test");
   At(Index).created = true;
 }
 

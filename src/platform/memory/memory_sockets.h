@@ -34,6 +34,7 @@ class MemorySockets : public Sockets {
   int ConnectError = 0;                     // non-zero: Connect itself fails with this number
   bool FailWrites = false;
   int DisconnectError = 0;
+  bool FailCreate = false;  // Create is a Fault of kind Internal
   // Bytes from the server; the client's handler is called at once, as often as 4,096-byte reads are needed.
   void Receive(int16 Index, std::string_view bytes);
   void CloseByPeer(int16 Index);

@@ -63,6 +63,7 @@ struct ConsoleFace::Parts {
   }
 
   void Quit() {
+    gone = true;
     if (hooks.Quit) hooks.Quit();
   }
 
@@ -116,6 +117,7 @@ struct ConsoleFace::Parts {
   std::string title, entryLabel, clipboard;
   bool shown = false;
   bool broken = false;
+  bool gone = false;
   QObject context;  // declared last: its queued calls die before the rest
 };
 
@@ -194,6 +196,10 @@ void ConsoleFace::StartProgram(const std::string& program, const std::string& fi
 
 void ConsoleFace::Notice(const std::string& text) {
   parts_->output.Line(text);
+}
+
+bool ConsoleFace::PlayerThere() const {
+  return !parts_->gone;
 }
 
 }  // namespace corvid

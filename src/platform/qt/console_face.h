@@ -50,6 +50,7 @@ class ConsoleFace : public Face {
   void SetClipboardText(const std::string& text) override;
   void StartProgram(const std::string& program, const std::string& file) override;
   void Notice(const std::string& text) override;
+  bool PlayerThere() const override;
 
  private:
   struct Parts;

@@ -88,6 +88,11 @@ struct JsonFace::Parts {
 
   void InputEnds() {
     TurnEnds();  // what was asked for is done
+    Leave();
+  }
+
+  void Leave() {
+    gone = true;
     if (hooks.Quit) hooks.Quit();
   }
 
@@ -95,11 +100,7 @@ struct JsonFace::Parts {
     if (output.Flush() || broken) return;
     broken = true;  // nobody reads our events any more: the same as an input that ends
     QMetaObject::invokeMethod(
-        &context,
-        [this] {
-          if (hooks.Quit) hooks.Quit();
-        },
-        Qt::QueuedConnection);
+        &context, [this] { Leave(); }, Qt::QueuedConnection);
   }
 
   void Handle(const JsonRequest& request) {
@@ -259,6 +260,7 @@ struct JsonFace::Parts {
   bool started = false;
   bool readyDue = true;
   bool broken = false;
+  bool gone = false;
   QObject context;  // declared last: its queued calls die before the rest
 };
 
@@ -351,6 +353,10 @@ void JsonFace::StartProgram(const std::string& program, const std::string& file)
 
 void JsonFace::Notice(const std::string& text) {
   parts_->PrintText("notice", text);
+}
+
+bool JsonFace::PlayerThere() const {
+  return !parts_->gone;
 }
 
 void JsonFace::NoteSend(int16 session, const std::string& text) {

@@ -92,6 +92,7 @@ class JsonFace : public Face {
   void SetClipboardText(const std::string& text) override;
   void StartProgram(const std::string& program, const std::string& file) override;  // told, not started
   void Notice(const std::string& text) override;
+  bool PlayerThere() const override;
   void NoteSend(int16 session, const std::string& text) override;
   void NoteSession(int16 session, const std::string& state) override;
   void NoteCleared(int16 session) override;
