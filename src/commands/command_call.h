@@ -73,7 +73,6 @@ struct CommandCall {
   OwnerId owner;            // character of the session
   OwnerId definitionOwner;  // the same, or 0 behind the "G" prefix
   const std::string& inlineText;
-  std::string UnprocessedPart;  // the commands behind this one
   Flow next = Flow::NextCommand;
 
   int16 count() const { return static_cast<int16>(part - 1); }

@@ -93,8 +93,8 @@ bool Dispatcher::Enter(Line& line) {
   }
   if (!line.inlineText.empty() && line.inlineText.front() == house_.options.PassThruChar) {
     if ((line.options & option::CheckOnly) != 0) return false;
-    CommandCall call{house_,    nullptr,         line.P, 0, line.options,    line.ErrorDescription,
-                     line.rvar, line.outchannel, 0,      0, line.inlineText, {}};
+    CommandCall call{house_,    nullptr,         line.P, 0, line.options,   line.ErrorDescription,
+                     line.rvar, line.outchannel, 0,      0, line.inlineText};
     text_.SendVerbatim(call, line.inlineText.substr(1));
     Finish(line, call.next);
     return false;
@@ -110,8 +110,8 @@ Flow Dispatcher::OneCommand(Line& line) {
   house_.scanner.ParseCommand(line.current, part, line.P, line.ErrorDescription, line.rest, line.options);
   if (!line.ErrorDescription.empty()) return Flow::Leave;  // the scanner has told it
 
-  CommandCall call{house_,    nullptr,         line.P, part,  line.options,    line.ErrorDescription,
-                   line.rvar, line.outchannel, owner,  owner, line.inlineText, {}};
+  CommandCall call{house_,    nullptr,         line.P, part,  line.options,   line.ErrorDescription,
+                   line.rvar, line.outchannel, owner,  owner, line.inlineText};
   if (IsImplicitAssignment(line.P, part, house_.options.VariableChar)) {
     line.P[2] = line.P[1].substr(1);
     line.P[1] = std::string(1, ImplicitCommandChar) + "VAR";
