@@ -54,7 +54,11 @@ std::string ScriptEditor::GetCommand() {
     if (start < 0) break;
     const Line next = TakeLine(text, start);
     count += next.Braces;
-    command = direction > 0 ? command + "\r\n" + next.Text : next.Text + "\r\n" + command;
+    if (direction > 0) {
+      command.append("\r\n").append(next.Text);
+    } else {
+      command.insert(0, next.Text + "\r\n");
+    }
   }
   if (count == 0) return command;
   upcalls_.errors.ShowError(
