@@ -74,7 +74,7 @@ TEST(Quit, KeepsVariablesWithoutAskingWhereTheCharacterWantsIt) {
 TEST(Quit, AsksAboutVariablesThatWereSavedBefore) {
   for (const bool yes : {true, false}) {
     RunningProgram run;
-    run.memory.files.Put(VariableFile, "#Var gold {1} {}\r\n");
+    run.memory.files.Put(VariableFile, "; from the last run\r\n");
     run.StartAndConnect(0);
     run.Define("gold", "12");
     run.memory.face.Will(yes ? "Yes" : "No");
@@ -128,7 +128,7 @@ TEST(Quit, EndsAllTheSameWhenItMust) {
 
 TEST(Quit, APlayerWhoHasGoneLosesNothing) {
   RunningProgram run;
-  run.memory.files.Put(VariableFile, "#Var gold {1} {}\r\n");
+  run.memory.files.Put(VariableFile, "; from the last run\r\n");
   run.StartAndConnect(charflag::SimpleControl);
   run.Define("gold", "12");
   run.memory.face.Player = false;
@@ -141,7 +141,7 @@ TEST(Quit, APlayerWhoHasGoneLosesNothing) {
 
 TEST(Quit, APlayerWhoGoesWhileItAsksEndsTheProgram) {
   RunningProgram run;
-  run.memory.files.Put(VariableFile, "#Var gold {1} {}\r\n");
+  run.memory.files.Put(VariableFile, "; from the last run\r\n");
   run.StartAndConnect(0);
   run.memory.loop.Idle = [&] {
     run.memory.face.Player = false;
