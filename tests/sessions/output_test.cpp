@@ -104,6 +104,7 @@ TEST_F(OutputTest, WritesColours) {
       {"a <RED>b", {"a /-1", "b/255"}},
       {"<bright>x<Normal>y", {"x/-1/bold", "y/-1"}},
       {"<GREEN><BRIGHT>x", {"x/65280/bold"}},
+      {"<RED><BRIGHT>a<NORMAL>b", {"a/255/bold", "b/255"}},  // the colour outlives the weight
       {"a <WHITE>b<RED BACKGROUND>c<DEFAULT>d", {"a /-1", "b/-1", "c/-1", "d/-1"}},
       {"a < b", {"a < b/-1"}},
       {"a < b > c", {"a < b > c/-1"}},
