@@ -15,8 +15,15 @@ bool NoFileIsOpen(int32 number) {
 
 }  // namespace
 
+#ifdef CORVID_STRESS
+Corvid::Corvid(const Platform& outside)
+    : movingLoop_(outside.events, scriptState),
+      platform{outside.clock,  movingLoop_,      outside.timers,       outside.sockets,      outside.files,
+               outside.places, outside.settings, outside.speechEngine, outside.screenReader, outside.face},
+#else
 Corvid::Corvid(const Platform& outside)
     : platform(outside),
+#endif
       upcalls{switchboard_, switchboard_, switchboard_, switchboard_, *this, switchboard_},
       symbols(scriptState, switchboard_),
       scanner(scriptState, optionsState, symbols, switchboard_, switchboard_),

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "app/moving_tables.h"
 #include "app/start_order.h"
 #include "app/switchboard.h"
 #include "commands/alarms.h"
@@ -46,6 +47,12 @@ class Corvid : public Screens {
   void SimulateEnter() override { keyboard.PressEnter(); }
   void ShowWindowAt(int16 buffer, int32 caret) override { buffers.ShowBufferAt(buffer, caret); }
 
+#ifdef CORVID_STRESS
+ private:
+  MovingLoop movingLoop_;
+
+ public:
+#endif
   // --- state ---
   Platform platform;
   ScriptState scriptState;
