@@ -268,6 +268,23 @@ TEST(QtTimersTest, RepeatUntilDisabledAlsoWhileTheirHandlerWaits) {
   EXPECT_EQ(ticks, 3);
 }
 
+TEST(QtTimersTest, TheShortestIntervalTicksAtTheNextTurn) {
+  Program program;
+  QtTimers timers;
+  int ticks = 0;
+  const auto timer = timers.Create([&] { ++ticks; });
+  timer->SetInterval(1);
+  timer->SetEnabled(true);
+  EXPECT_EQ(ticks, 0);
+  program.loop.DoEvents();
+  EXPECT_GE(ticks, 1);
+  timer->SetEnabled(true);
+  timer->SetEnabled(false);
+  const int before = ticks;
+  program.loop.DoEvents();
+  EXPECT_EQ(ticks, before);
+}
+
 TEST(QtTimersTest, ATimerMayDieInItsOwnHandler) {
   Program program;
   QtTimers timers;

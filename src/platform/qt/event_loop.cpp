@@ -87,6 +87,9 @@ class QtTimer : public Timer {
     enabled_ = enabled;
     if (enabled) {
       timer_.start();
+      // The shortest interval means "once this event is done with": a millisecond of sleep before each typed line is
+      // sent would be the longest part of its way.
+      if (timer_.interval() <= 1) Tick();
     } else {
       timer_.stop();
     }
@@ -111,10 +114,10 @@ class QtTimer : public Timer {
 
   std::shared_ptr<std::function<void()>> fired_;
   QTimer timer_;
-  QObject context_;  // declared last: its queued calls die before the rest
   unsigned period_ = 0;
   bool queued_ = false;
   bool enabled_ = false;
+  QObject context_;  // declared last: its queued calls die before the rest
 };
 
 }  // namespace

@@ -42,7 +42,7 @@ class QtEventLoop : public EventLoop {
 };
 
 // Timers fire while a handler waits in DoEvents or WaitEvents too, the own handler included. A timer may be disabled,
-// restarted or destroyed from its own handler.
+// restarted or destroyed from its own handler. With an interval of 1 the first tick comes at the loop's next turn.
 class QtTimers : public Timers {
  public:
   std::unique_ptr<Timer> Create(std::function<void()> fired) override;
