@@ -211,6 +211,31 @@ TEST_F(Mirrored, TheNewestTextIsSeen) {
   EXPECT_GT(window->verticalScrollBar()->value(), 100);
 }
 
+TEST_F(Mirrored, LongLinesAreFollowedAfterTheyWereMeasured) {
+  Show(TextWindow::Kind::Output);
+  for (int i = 0; i < 30; ++i) {
+    Append(std::string(300, 'x') + "\r\n");
+    mirror.Flush();
+    QCoreApplication::processEvents();
+    window->grab();
+  }
+  EXPECT_EQ(window->verticalScrollBar()->maximum(), window->verticalScrollBar()->value());
+}
+
+TEST_F(Mirrored, WhoScrollsBackIsLeftThere) {
+  Show(TextWindow::Kind::Output);
+  for (int i = 0; i < 100; ++i) Append("line\r\n");
+  mirror.Flush();
+  window->verticalScrollBar()->setValue(10);
+  Append("more\r\n");
+  mirror.Flush();
+  EXPECT_EQ(10, window->verticalScrollBar()->value());
+  window->verticalScrollBar()->setValue(window->verticalScrollBar()->maximum());
+  Append("more\r\n");
+  mirror.Flush();
+  EXPECT_EQ(window->verticalScrollBar()->maximum(), window->verticalScrollBar()->value());
+}
+
 TEST_F(Mirrored, TheCaretOfTheEntryIsSeen) {
   Show();
   for (int i = 0; i < 50; ++i) Append("line\r\n");

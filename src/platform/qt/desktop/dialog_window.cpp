@@ -13,12 +13,19 @@
 #include <QSlider>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "platform/qt/desktop/dialog_controls.h"
 #include "platform/qt/desktop/line_map.h"
 
 namespace corvid {
+
+namespace {
+
+constexpr int LeastPoints = 12;  // of the font
+
+}  // namespace
 
 DialogWindow::DialogWindow(DialogDriver::Clipboard clipboard) : driver_(std::move(clipboard)) {}
 
@@ -45,6 +52,9 @@ void DialogWindow::Build(const DialogModel& model) {
   dialog_->setWindowTitle(Shown(model.Title));
   dialog_->setAccessibleName(Shown(model.Title));
   dialog_->setModal(true);
+  QFont font = dialog_->font();
+  font.setPointSize(std::max(font.pointSize(), LeastPoints));
+  dialog_->setFont(font);
   dialog_->installEventFilter(this);
   watch_(dialog_.data());
   auto* column = new QVBoxLayout(dialog_.data());

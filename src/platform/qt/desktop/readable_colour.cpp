@@ -32,7 +32,7 @@ QColor ColourOf(int32 value) {
 }
 
 double Contrast(const QColor& one, const QColor& other) {
-  const auto [low, high] = std::minmax(Luminance(one), Luminance(other));
+  const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});  // values, not references to them
   return (high + 0.05) / (low + 0.05);
 }
 

@@ -35,6 +35,7 @@ void TextMirror::ShowIn(TextWindow* window) {
   connect(window_, &QPlainTextEdit::cursorPositionChanged, this, &TextMirror::ReadSelection);
   connect(window_, &QPlainTextEdit::selectionChanged, this, &TextMirror::ReadSelection);
   connect(window_->document(), &QTextDocument::contentsChange, this, &TextMirror::ReadChange);
+  WatchScrolling();
   ShowState();
   Flush();
 }
@@ -137,22 +138,42 @@ void TextMirror::Flush() {
   timer_.stop();
   QElapsedTimer spent;
   spent.start();
-  QScrollBar* bar = window_->verticalScrollBar();
-  const int scrolled = bar->value();
-  const bool atBottom = scrolled == bar->maximum();
+  const int scrolled = window_->verticalScrollBar()->value();
   applying_ = true;
   ShowText();
   const bool caretMoved = ShowSelection();
+  Scroll(scrolled, caretMoved);
   applying_ = false;
-  // Who looks on sees the newest text; who reads, or has scrolled back, is not pulled away from there.
-  if (!window_->isReadOnly()) {
-    window_->ensureCursorVisible();
-  } else if (!caretMoved || !window_->hasFocus()) {
-    bar->setValue(atBottom && !(window_->hasFocus() && model_.Caret() < model_.Length()) ? bar->maximum() : scrolled);
-  }
   pause_ = std::clamp(2 * spent.elapsed(), LeastPause, MostPause);
   sinceFlush_.restart();
   if (edited_) Schedule();
+}
+
+// Who looks on sees the newest text; who reads, or has scrolled back, is not pulled away from there.
+void TextMirror::Scroll(int before, bool caretMoved) {
+  QScrollBar* bar = window_->verticalScrollBar();
+  if (!window_->isReadOnly()) {
+    window_->ensureCursorVisible();
+  } else if (caretMoved && window_->hasFocus()) {  // the caret has been brought into view
+    readByKeys_ = true;
+    follow_ = model_.Caret() == model_.Length();
+  } else {
+    if (!window_->hasFocus() && std::exchange(readByKeys_, false)) follow_ = true;
+    bar->setValue(follow_ ? bar->maximum() : before);
+  }
+}
+
+// Lines are measured when they are first drawn, so that the end moves away after the text was put in.
+void TextMirror::WatchScrolling() {
+  QScrollBar* bar = window_->verticalScrollBar();
+  connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int most) {
+    const bool before = std::exchange(applying_, true);
+    if (follow_ && window_->isReadOnly()) bar->setValue(most);
+    applying_ = before;
+  });
+  connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) {
+    if (!applying_) follow_ = value == bar->maximum();
+  });
 }
 
 void TextMirror::ReadSelection() {

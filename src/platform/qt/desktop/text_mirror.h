@@ -60,6 +60,8 @@ class TextMirror : public QObject, public TextObserver {
   void Rewrite();
   bool ShowSelection();
   void ShowState();
+  void Scroll(int before, bool caretMoved);
+  void WatchScrolling();
   void ReadSelection();
   void ReadChange(int position, int removed, int added);
   std::string WindowText(int from, int to) const;
@@ -82,8 +84,10 @@ class TextMirror : public QObject, public TextObserver {
   std::vector<Run> runs_;  // looks of from_ to to_
 
   QHash<qint64, QTextCharFormat> formats_;
-  bool applying_ = false;   // the window changes by our own doing
-  bool importing_ = false;  // the text changes by the window's doing
+  bool applying_ = false;    // the window changes by our own doing
+  bool importing_ = false;   // the text changes by the window's doing
+  bool follow_ = true;       // the end of the text is kept in view
+  bool readByKeys_ = false;  // the view follows the caret until the window loses the focus
   QTimer timer_;
   QElapsedTimer sinceFlush_;
   qint64 pause_ = 0;  // milliseconds between two flushes
