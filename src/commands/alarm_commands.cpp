@@ -55,8 +55,8 @@ void handler::Alarm(CommandCall& call) {
   if (!ExpandParameters(call, form.Command)) return;
   if (!IsNumeric(call.P[form.Time])) return call.fail("Time period in alarm must be numeric");
   const int16 slot = ChooseSlot(call, form);
-  call.house.alarms.Set(slot, static_cast<float>(Val(call.P[form.Time])),
-                        form.Command != 0 ? &call.P[form.Command] : nullptr, call.outchannel);
+  call.house.alarms.Set(slot, ToFloat(Val(call.P[form.Time])), form.Command != 0 ? &call.P[form.Command] : nullptr,
+                        call.outchannel);
   if (form.Variable == 0) return;
   call.house.symbols.AddVariable(call.P[form.Variable], std::to_string(slot), call.definitionOwner,
                                  call.ErrorDescription);

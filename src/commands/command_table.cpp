@@ -136,7 +136,7 @@ constexpr std::array<GroupRange, Codes> MakeGroups() {
   std::array<GroupRange, Codes> groups{};
   for (std::size_t i = 0; i < commandRows.size(); ++i) {
     for (const char letter : commandRows[i].Letters) {
-      GroupRange& group = groups[static_cast<std::size_t>(letter)];
+      GroupRange& group = groups[static_cast<unsigned char>(letter)];
       if (group.End == 0) group.First = i;
       group.End = i + 1;
     }

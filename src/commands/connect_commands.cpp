@@ -96,11 +96,12 @@ void handler::Connect(CommandCall& call) {
   if (!standing && house.sessionRoutines.OpenMud(row, mode) < 0) return;  // PUMP; the player knows
   int16 options = option::Interactive;
   std::string problem;
-  int16 session = house.script.CurrentSocket;
+  const int16 opened = house.script.CurrentSocket;
+  int16 session = opened;
   house.sessionRoutines.SetCharacter(reference, options, problem, call.rvar, session);  // PUMP
   if (!problem.empty()) session = house.script.CurrentSocket;
   call.outchannel = session;
-  if (!standing) AwaitConnection(house, session);
+  if (!standing) AwaitConnection(house, opened);
 }
 
 void handler::Character(CommandCall& call) {

@@ -102,7 +102,7 @@ void handler::Repeat(CommandCall& call) {
   if (call.checkOnly()) return;
   const double rounds = Val(std::string_view(call.P[1]).substr(1));
   std::string& repeatNumber = call.house.script.SystemValues[sysvar::REPEATNUM];
-  for (int32 round = 1; round <= rounds; ++round) {
+  for (std::int64_t round = 1; static_cast<double>(round) <= rounds; ++round) {
     repeatNumber = std::to_string(round);
     SetLoopItem(call, repeatNumber);
     if (!RunBody(call, call.P[2], DepthBack::BeforeAborts)) return;

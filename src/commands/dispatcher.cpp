@@ -68,7 +68,7 @@ void Dispatcher::ProcessCommand(const std::string& inlineText, int16& options, s
                                 Parameters& rvar, int16& outchannel) {
   if (outchannel == CurrentSession) outchannel = house_.script.CurrentSocket;
   Frame frame(*this);
-  Line line{inlineText, options, ErrorDescription, rvar, outchannel, frame.Parts(), inlineText, {}};
+  Line line{inlineText, options, ErrorDescription, rvar, outchannel, frame.Parts(), {}, {}};
   try {
     if (!Enter(line)) return;
     Flow next = Flow::NextCommand;
@@ -86,7 +86,8 @@ void Dispatcher::ProcessCommand(const std::string& inlineText, int16& options, s
 bool Dispatcher::Enter(Line& line) {
   int16& depth = house_.script.CommandDepth;
   depth = AddInt16(depth, 1);
-  if (depth > DepthLimit) {
+  if (depth > DepthLimit || framesInUse_ > FrameLimit) {
+    line.current = line.inlineText;
     line.ErrorDescription = "recursive check - probable infinite loop detected";
     ReportError(line);
     return false;

@@ -17,6 +17,9 @@ class Dispatcher final : public CommandRunner {
  public:
   // Levels of ProcessCommand that may stand inside each other.
   static constexpr int16 DepthLimit = 12;
+  // The same over event pumps, where each outer source counts from 0: an alarm that waits for its own successor would
+  // otherwise use up the stack.
+  static constexpr std::size_t FrameLimit = 300;
 
   explicit Dispatcher(CommandHouse& house);
   ~Dispatcher() override;

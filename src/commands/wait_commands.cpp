@@ -82,7 +82,7 @@ void handler::Wait(CommandCall& call) {
   // Kept: the word is searched as a piece of text, so a few odd ones pass and mean no keyword.
   if (std::string_view("--OK-NOEVENTS-TEXT-").find("-" + keyword + "-") == std::string_view::npos)
     return call.fail("If included, parameter 2 must be NoEVENTS, OK, or TEXT");
-  waiting.Until(waiting.Now() + static_cast<float>(Val(call.P[2])));
+  waiting.Until(waiting.Now() + ToFloat(Val(call.P[2])));
   if (call.house.platform.events.Ending()) call.next = Flow::Leave;
 }
 

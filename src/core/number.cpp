@@ -94,6 +94,12 @@ double ToNumber(std::string_view text) {
   return Val(text);
 }
 
+float ToFloat(double value) {
+  if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
+    throw Fault(FaultKind::Overflow, "Overflow");
+  return static_cast<float>(value);
+}
+
 int16 AddInt16(int16 a, int16 b) {
   return ToInt16(static_cast<double>(a) + b);
 }

@@ -19,6 +19,7 @@ int16 ToInt16(double value);
 int32 ToInt32(double value);
 // Text to a number by IsNumeric; other text is a Fault of kind Type.
 double ToNumber(std::string_view text);
+float ToFloat(double value);              // Fault of kind Overflow outside 32-bit floats
 int16 AddInt16(int16 a, int16 b);         // Fault of kind Overflow instead of a wrap
 std::string NumberText(double value);     // shortest form that reads back the same; whole below 1E15 in full
 std::string PrintedNumber(double value);  // blank or minus in front, blank behind: the form of numbers printed to files

@@ -138,4 +138,15 @@ TEST_F(AlarmTest, AVariableThatNamesNoSlotIsNoFault) {
   EXPECT_EQ(Variable("t", owner), "1");
 }
 
+TEST_F(AlarmTest, AnAlarmThatWaitsForItsSuccessorIsStopped) {
+  AddAlias("again", "#ALARM 0 again;#WAIT 600");
+  EXPECT_EQ(Run("again"), "");
+  EXPECT_NE(ErrorLog().find("recursive check - probable infinite loop detected"), std::string::npos);
+}
+
+TEST_F(AlarmTest, ATimeBeyondNumbersIsAParsingError) {
+  EXPECT_TRUE(Run("#ALARM 1E300 {say hi}").starts_with("Bad parsing error - "));
+  EXPECT_TRUE(Run("#WAIT 1E300").starts_with("Bad parsing error - "));
+}
+
 }  // namespace corvid::test

@@ -137,6 +137,24 @@ TEST_F(ControlTest, BreakWithoutADebuggerDoesNothing) {
   EXPECT_EQ(Effects(), Lines{});
 }
 
+TEST_F(ControlTest, HugeTextsPass) {
+  const std::string million(1000000, 'x');
+  EXPECT_EQ(Run("#VAR big {" + million + "}"), "");
+  EXPECT_EQ(Variable("big", script.SocketOwner[0]).size(), million.size());
+  std::string list = "0";
+  for (int i = 1; i < 100000; ++i) list += "|" + std::to_string(i);
+  AddVariable("l", list);
+  EXPECT_EQ(Run("#FORALL @l {#VAR last %i}"), "");
+  EXPECT_EQ(Variable("last", script.SocketOwner[0]), "99999");
+}
+
+TEST_F(ControlTest, DeepBracesAreAnErrorOrAResult) {
+  std::string deep = "say hi";
+  for (int i = 0; i < 1000; ++i) deep = "#IF 1 {" + deep + "}";
+  EXPECT_EQ(Run(deep), "recursive check - probable infinite loop detected");
+  EXPECT_EQ(Run("say " + std::string(1000, '{') + std::string(1000, '}')), "");
+}
+
 class WaitTest : public ControlTest {
  protected:
   std::int64_t Milliseconds(const std::string& line) {
