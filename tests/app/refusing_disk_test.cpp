@@ -138,6 +138,17 @@ TEST(RefusingDisk, ACharacterWhoseVariablesCannotBeKeptStaysLoaded) {
   EXPECT_EQ(run.corvid.sessionState.SessionRef[1], "bob");
 }
 
+TEST(Start, ReadsOptionsAndCharactersBeforeItsScript) {
+  RunningProgram run;
+  run.memory.files.Put("/data/corvid.set", "!Configure CommandChar {~!}\r\n!Configure EscapeChar {~~}\r\n");
+  run.memory.files.Put("/data/Character.mud",
+                       Scramble("\"Aard\",\"host\",\"\",\"4000\",\"Bob\",\"bob\",\"\",0,\"\"\r\n"));
+  run.memory.files.Put("/data/start.set", "!OFFLINE bob NOLOAD\r\n");
+  ASSERT_TRUE(run.Start());
+  EXPECT_EQ(run.ErrorLog(), "");
+  EXPECT_EQ(run.corvid.sessionState.SessionRef[0], "bob");
+}
+
 TEST(Start, GoesOnWithoutTheFirstSocket) {
   RunningProgram run;
   run.memory.sockets.FailCreate = true;

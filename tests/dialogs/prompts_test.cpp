@@ -293,6 +293,19 @@ TEST_F(PromptsTest, FilePickerWalksIntoFoldersAndTakesAFile) {
   EXPECT_EQ(error, "");
 }
 
+TEST_F(PromptsTest, FilePickerOfThePlayersFilesHasACodeOfItsOwn) {
+  memory.files.Put("/data/scripts/fight.set", "x");
+  memory.face.Will("Cancel");
+  memory.face.Will("Cancel");
+  std::string error;
+  std::string name;
+  prompts.FolderDialog("scripts/fight.set", "*.set", 0, "Select", error, name, "/data/");
+  prompts.FolderDialog2("", "*.set", 0, "Select", error, name, "/data/");
+  EXPECT_EQ(memory.effects.Of("dialog"),
+            (std::vector<std::string>{"FOLDER Select|File name", "FOLDER2 Select|File name"}));
+  EXPECT_EQ(name, "");
+}
+
 TEST_F(PromptsTest, FilePickerRefusesAFileThatIsNotThere) {
   memory.files.Put("/data/a.set", "x");
   int step = 0;
