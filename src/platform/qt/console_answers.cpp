@@ -16,7 +16,7 @@ void ConsoleDialog::Answer(const std::string& line) {
     return;
   }
   current_ = std::min(current_, questions.size() - 1);
-  const Question question = questions[current_];
+  const Question& question = questions[current_];
   const bool isCommand = line.size() > 1 && line[0] == '/' && line[1] != '/';
   if (isCommand && !boxBegun_ && Command(line.substr(1))) return;
   const std::string text = line.rfind("//", 0) == 0 ? line.substr(1) : line;
@@ -192,6 +192,7 @@ void ConsoleDialog::TakeButton(const std::string& line) {
     return;
   }
   std::vector<std::string> words;
+  words.reserve(places.size());
   for (const int32 place : places) words.push_back(At(place).Text);
   const int chosen = line.empty() ? -1 : ChoiceOf(words, line);
   if (chosen >= 0) {

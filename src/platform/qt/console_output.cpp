@@ -13,7 +13,7 @@ namespace corvid {
 namespace {
 
 constexpr long long BellGapMilliseconds = 25;
-constexpr std::size_t Much = 64 * 1024;  // bytes that may gather before they are written out within a turn
+constexpr std::size_t Much = std::size_t{64} * 1024;  // bytes that may gather before they are written out within a turn
 
 long long Milliseconds() {
   using std::chrono::duration_cast;

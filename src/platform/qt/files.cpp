@@ -111,7 +111,7 @@ std::string Resolve(const std::string& path) {
   if (plain.find('\0') != std::string::npos) throw Fault(FaultKind::BadFile, "A file name cannot hold code 0");
   std::error_code ignored;
   const bool folder = plain.back() == '/';
-  const std::string whole = fs::absolute(plain, ignored).lexically_normal().string();
+  std::string whole = fs::absolute(plain, ignored).lexically_normal().string();
   if (Exists(whole)) return whole;
   std::string result = "/";
   for (const std::string& part : Split(whole, "/")) {
@@ -226,7 +226,7 @@ class LogFile : public AppendFile {
   }
 
  private:
-  static constexpr std::size_t Enough = 64 * 1024;
+  static constexpr std::size_t Enough = std::size_t{64} * 1024;
   Descriptor file_;
   std::string waiting_;
 };
@@ -268,7 +268,7 @@ std::string PosixFiles::ReadWhole(const std::string& path) const {
   std::string bytes;
   struct stat facts {};
   if (fstat(file.Number(), &facts) == 0 && facts.st_size > 0) bytes.reserve(static_cast<std::size_t>(facts.st_size));
-  std::vector<char> piece(64 * 1024);
+  std::vector<char> piece(std::size_t{64} * 1024);
   for (;;) {
     const ssize_t count = read(file.Number(), piece.data(), piece.size());
     if (count == 0) return bytes;

@@ -17,8 +17,9 @@ constexpr std::array<std::string_view, 21> Events{"ready",   "exit",        "sta
                                                   "display", "cleared",     "send",  "beep",  "dialog", "dialog-closed",
                                                   "menu",    "menu-closed", "focus", "title", "sound",  "clipboard",
                                                   "program", "session",     "notice"};
-constexpr std::size_t Always = 4;         // the first four are printed whatever the filter says
-constexpr std::size_t Much = 256 * 1024;  // bytes that may gather before they are written out within a turn
+constexpr std::size_t Always = 4;  // the first four are printed whatever the filter says
+constexpr std::size_t Much =
+    std::size_t{256} * 1024;  // bytes that may gather before they are written out within a turn
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 // Lines of text that come in on a descriptor, such as the standard input, handled one by one on the event loop.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,7 +13,7 @@ namespace corvid {
 class LineInput {
  public:
   // A line that grows beyond this is dropped; tooLong is then called in its place.
-  static constexpr std::size_t LongestLine = 16 * 1024 * 1024;
+  static constexpr std::size_t LongestLine = std::size_t{16} * 1024 * 1024;
 
   struct Handlers {
     std::function<void(const std::string&)> line;  // without its end; may pump events
