@@ -42,6 +42,11 @@ void TimerRoutines::StartTimer1(int16 action, int milliseconds) {
   if (jobs_.size() == 1) StartNext();
 }
 
+bool TimerRoutines::JobDue() const {
+  return std::any_of(jobs_.begin(), jobs_.end(),
+                     [](const Job& job) { return job.Action != timeraction::OpenCharacters; });
+}
+
 void TimerRoutines::StartNext() {
   keyboard_.TimerAction = jobs_.empty() ? int16{0} : jobs_.front().Action;
   if (jobs_.empty()) return;

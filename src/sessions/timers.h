@@ -44,7 +44,8 @@ class TimerRoutines final : public TimerJobs {
   // Where the caret of the entry goes by job 4.
   void SetCaretAfterPaste(int32 caret) { caretAfterPaste_ = caret; }
   void SetDialogJobs(DialogJobs* jobs) { dialogJobs_ = jobs; }  // not owned; nullptr: there is no dialog
-  bool JobDue() const { return !jobs_.empty(); }                // a job waits for its tick
+  // A job of a key waits for its tick. The one of the start does not count: half a second passes before it.
+  bool JobDue() const;
 
  private:
   struct Job {

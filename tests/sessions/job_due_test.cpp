@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a program that drives this one waits for, and what it does not.
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_platform.h"
+#include "sessions/timers.h"
+#include "support_upcalls.h"
+
+namespace corvid {
+namespace {
+
+TEST(TimersJobDue, TheJobOfAKeyCountsAndTheOneOfTheStartDoesNot) {
+  MemoryPlatform memory;
+  Platform platform = memory.All();
+  RecordingSpeaker speaker{memory.effects};
+  RecordingErrors errors{memory.effects};
+  RecordingScreens screens{memory.effects};
+  RecordingRunner runner{memory.effects};
+  RecordingJobs jobs{memory.effects};
+  struct Silent : Prompter {
+    int16 MsgBox(const std::string&, int16, const std::string&) override { return 0; }
+    std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
+    std::string PickList(const std::string&) override { return {}; }
+    bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
+    std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
+    void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
+                       const std::string&) override {}
+    std::string PickDrive(const std::string&) override { return {}; }
+  } silent;
+  Upcalls upcalls{runner, errors, speaker, silent, screens, jobs};
+  ScriptState script;
+  OptionsState options;
+  SessionState sessions;
+  BufferState buffers;
+  KeyboardState keys;
+  TimerRoutines timers(script, options, sessions, buffers, keys, platform, upcalls);
+  EXPECT_FALSE(timers.JobDue());
+  timers.StartTimer1(timeraction::OpenCharacters, 500);
+  EXPECT_FALSE(timers.JobDue());
+  timers.StartTimer1(timeraction::RunEntryLine, 1);
+  EXPECT_TRUE(timers.JobDue()) << "a typed line waits behind it";
+  memory.face.ShowMain();
+  memory.loop.Pass(500);
+  EXPECT_EQ(memory.effects.Of("screen"), std::vector<std::string>{"characters"});
+  memory.loop.Pass(5);
+  EXPECT_EQ(memory.effects.Of("command"), std::vector<std::string>{""});
+  EXPECT_FALSE(timers.JobDue());
+  timers.StartTimer1(timeraction::RunEntryLine, 1);
+  EXPECT_TRUE(timers.JobDue());
+}
+
+}  // namespace
+}  // namespace corvid
