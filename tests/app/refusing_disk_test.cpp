@@ -147,6 +147,17 @@ TEST(Start, ReadsOptionsAndCharactersBeforeItsScript) {
   ASSERT_TRUE(run.Start());
   EXPECT_EQ(run.ErrorLog(), "");
   EXPECT_EQ(run.corvid.sessionState.SessionRef[0], "bob");
+  EXPECT_EQ(run.memory.effects.Of("resize"), Texts({"90"}));
+}
+
+TEST(Start, ShowsTheWindowAsTheOptionsSay) {
+  RunningProgram run;
+  run.memory.files.Put("/data/corvid.set", "#Configure OutputWindowPercent 60\r\n#Configure ColourDisplay on\r\n");
+  ASSERT_TRUE(run.Start());
+  ASSERT_FALSE(run.memory.effects.Of("resize").empty());
+  EXPECT_EQ(run.memory.effects.Of("resize").back(), "60");
+  EXPECT_TRUE(run.corvid.sessionState.RichFamily);
+  EXPECT_EQ(run.memory.face.Title, "Corvid  [Not connected]");
 }
 
 TEST(Start, GoesOnWithoutTheFirstSocket) {

@@ -103,6 +103,7 @@ TEST_F(PromptsTest, RepeatMessageSaysItAgainAndStays) {
   prompts.MsgBox("Hear me.", box::OkOnly, "Note");
   const auto spoken = Spoken();
   EXPECT_EQ(std::count(spoken.begin(), spoken.end(), "5 Hear me."), 2);
+  EXPECT_EQ(memory.effects.Of("stop"), (std::vector<std::string>{"5"})) << "what is still being said of it";
   EXPECT_EQ(step, 2);
 }
 
@@ -411,6 +412,37 @@ TEST_F(PromptsTest, AltF4InADialogQuits) {
   };
   prompts.MsgBox("?", box::OkOnly, "");
   EXPECT_EQ(memory.effects.Of("quit"), (std::vector<std::string>{"asked"}));
+}
+
+TEST_F(PromptsTest, KeysInADialogInterruptTheSystemVoice) {
+  memory.loop.Idle = [&] {
+    Tell(1, DialogEvent::KeyDown, keycode::Tab);
+    Tell(1, DialogEvent::KeyUp, keycode::Control);
+    speech.InterruptOwn[Channel::System] = 0;
+    Tell(1, DialogEvent::KeyDown, keycode::Tab);
+    Tell(1, DialogEvent::Click);
+    return true;
+  };
+  prompts.MsgBox("?", box::OkOnly, "");
+  EXPECT_EQ(memory.effects.Of("stop"), (std::vector<std::string>{"5", "control"}));
+}
+
+TEST_F(PromptsTest, ADialogThatIsReplacedIsUnloadedFirst) {
+  int unloaded = 0;
+  dialog.Form_Init("OUTER", "",
+                   [&](const DialogEventArgs& at) { unloaded += at.Event == DialogEvent::Unload ? 1 : 0; });
+  dialog.MakeCommand(100, 100, 400, 800, "OK", 0);
+  bool opened = false;
+  memory.loop.Idle = [&] {
+    if (opened) return memory.face.AnswerDialog();
+    opened = true;
+    memory.face.Will("Ok");
+    prompts.MsgBox("?", box::OkOnly, "");
+    return true;
+  };
+  dialog.ShowForm(0, 0);
+  EXPECT_EQ(unloaded, 1);
+  EXPECT_EQ(memory.effects.Of("dialog-closed"), (std::vector<std::string>{"OUTER", "MSGBOX"}));
 }
 
 TEST_F(PromptsTest, FaultInAHandlerIsReportedAndTheDialogStays) {

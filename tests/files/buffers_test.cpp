@@ -128,6 +128,18 @@ TEST(Buffers, MoveToANumberThatIsNotThereIsAFaultAndChangesNothing) {
 
 // --- saving and closing ---
 
+TEST(SaveIfBufModified, KnowsWhatIsTypedInTheEntryBox) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  house.buffers.MoveBuffers(4);
+  house.state.EntryBox.SetText("#alias {a} {typed}\r\n");
+  house.prompter.Will(box::ResultYes);
+  EXPECT_TRUE(house.buffers.SaveIfBufModified(4));
+  EXPECT_EQ(house.Told("box"), Texts({Question}));
+  EXPECT_EQ(house.File("/data/a.set"), "#alias {a} {typed}\r\n");
+}
+
 TEST(SaveBuffer, WritesTheTextAsItIs) {
   FilesHouse house;
   Put(house, "#alias {a} {b}\n");

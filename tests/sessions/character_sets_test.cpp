@@ -45,6 +45,25 @@ TEST_F(SetsTest, LoadsInOrder) {
   for (int16 n = buffer::FirstScript; n <= buffers.BufferCount; ++n) EXPECT_EQ(buffers.BufferOwners[n], Row);
 }
 
+TEST_F(SetsTest, BringsItsSessionBackWhenAScriptGoesAway) {
+  sessions.ResizeConnections(1);
+  sessions.SetMud(1, Row);
+  memory.files.Put("/data/Aard/bob-char.set", "#away\r\n");
+  memory.files.Put("/data/Aard/Bob-var.set", "#two\r\n");
+  memory.files.Put("/data/Aard/Aard.set", "#away\r\n");
+  memory.files.Put("/data/Aard/Bob.set", "#four\r\n");
+  std::vector<int16> active;
+  runner.OnCommand = [&](const std::string& line, int16&, std::string&, Parameters&, int16&) {
+    if (line == "#away") {
+      sessions.SetMud(0, 0);
+    } else {
+      active.push_back(script.CurrentSocket);
+    }
+  };
+  sessions.LoadCharacterSets(1, 0);
+  EXPECT_EQ(active, (std::vector<int16>{1, 1}));
+}
+
 TEST_F(SetsTest, SkipsTheSetsOnAReconnect) {
   sessions.LoadCharacterSets(0, opening::SkipSets);
   EXPECT_FALSE(memory.files.FolderExists("/data/Aard"));

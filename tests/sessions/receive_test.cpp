@@ -176,6 +176,18 @@ TEST_F(ReceiveTest, TellsNowAndThenThatGaggingIsInEffect) {
   EXPECT_EQ(state.GagFlags[Slot], gag::OnSpeech);
 }
 
+TEST_F(ReceiveTest, CountsTheSecondsOfANoticeOverMidnight) {
+  memory.clock.SetNow({2026, 1, 15, 23, 59, 58});
+  state.GagFlags[Slot] = gag::OnSpeech;
+  state.GagNotice[Slot] = static_cast<float>(memory.clock.SecondsSinceMidnight());
+  Pass(4000);
+  Receives(Slot, "a\r\n");
+  EXPECT_TRUE(Spoken().empty());
+  Pass(4000);
+  Receives(Slot, "b\r\n");
+  EXPECT_EQ(Spoken(), (Texts{"1 Gagging is in effect."}));
+}
+
 TEST_F(ReceiveTest, SpeaksOnlyTheActiveSession) {
   const int16 other = Online("amy");
   Receives(Slot, "behind\r\n");
@@ -194,6 +206,16 @@ TEST_F(ReceiveTest, BatchesWrappedLines) {
   EXPECT_EQ(Spoken(),
             (Texts{"1  " + longLine + " " + longLine + " end.", "1  short", "1  " + longLine, "1  " + longLine}))
       << "a blank line and the block's end flush too";
+}
+
+TEST_F(ReceiveTest, DropsABatchThatASwitchOfTheOptionCutsOff) {
+  options.BatchSpeech = true;
+  triggers.OnLine = [&](int16, LineVersions& line) {
+    if (line.PlainLine == "end.") options.BatchSpeech = false;
+    return LineFate::GoesOn;
+  };
+  Receives(Slot, std::string(65, 'x') + "\r\nend.\r\n");
+  EXPECT_EQ(Spoken(), (Texts{"1 end."}));
 }
 
 TEST_F(ReceiveTest, WrapsTheHistory) {
@@ -281,6 +303,14 @@ TEST_F(ReceiveTest, SetsTextArrivedForDataOnly) {
   EXPECT_EQ(state.InjectedText, "");
   Receives(Slot, "\xff\xf1");
   EXPECT_EQ(state.TextArrived[Slot], 1);
+}
+
+TEST_F(ReceiveTest, ATimerPassIsNoArrival) {
+  Receives(Slot, "one\r\n> ");
+  state.TextArrived[Slot] = 0;
+  Pass(150);
+  EXPECT_EQ(Screen(Slot), "one\r\n> \r\n");
+  EXPECT_EQ(state.TextArrived[Slot], 0);
 }
 
 TEST_F(ReceiveTest, TellsAReadThatFails) {

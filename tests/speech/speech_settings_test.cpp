@@ -107,6 +107,19 @@ TEST(StartSpeech, UsesWhatWasSaved) {
   EXPECT_EQ(house.Told("dialog"), Texts());
 }
 
+TEST(StartSpeech, SetsTheVoicesOfAnEngineThatHasSpokenAlready) {
+  SpeechHouse house;
+  house.AllChannels(3);
+  house.state.VoiceRate[2] = 4;
+  house.settings.SaveSpeech();
+  SpeechSettings::SetDefaults(house.state);
+  house.speech.SpeakWhateverWorks(true);
+  house.speech.SpeakOut("before", 5, 0);
+  EXPECT_EQ(house.mem.speech.Rate(2), 0);
+  EXPECT_TRUE(house.settings.StartSpeech());
+  EXPECT_EQ(house.mem.speech.Rate(2), 4);
+}
+
 TEST(StartSpeech, SavedSpeechCountsFromTheBeginning) {
   SpeechHouse house;
   house.settings.UseSavedSpeech();
