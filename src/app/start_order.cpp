@@ -94,7 +94,7 @@ void StartOrder::AddPracticeCharacter(const std::string& port) {
   int16 row = FindCharacter(table, "practice");
   if (row == 0) {
     row = AddCharacter(table);
-    table.MudName[row] = "Practice";
+    table.MudName[row] = "Magpie Cross";
     table.CharacterRef[row] = "practice";
     table.CharacterName[row] = "practice";
     table.Notes[row] = "The game that comes with Corvid. It runs on this computer alone.";
