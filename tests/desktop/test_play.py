@@ -83,10 +83,12 @@ class Play(unittest.TestCase):
         until(lambda: has_focus(self.entry), "the focus in the entry")
         until(lambda: text_of(self.entry).endswith("\nl"), "the letter in the entry")
 
-    def test_accents_reach_the_entry_and_the_game(self):
-        self.log_in()
-        type_text("say caf\u00e9")
-        until(lambda: text_of(self.entry).endswith("say caf\u00e9"), "the accent in the entry")
+    def test_accents_reach_the_entry(self):
+        # A French keyboard has the letter on a key; one that is lent to it for a moment may be gone when it is read.
+        subprocess.run(["setxkbmap", "fr"], check=True)
+        self.addCleanup(subprocess.run, ["setxkbmap", "us"], check=True)
+        type_text("q1/\u00e9\u00e0")
+        until(lambda: text_of(self.entry) == "q1/\u00e9\u00e0", "letters and signs of a French keyboard")
 
     def test_an_earlier_line_is_sent_again(self):
         self.log_in()

@@ -13,7 +13,7 @@ namespace corvid {
 
 namespace {
 
-constexpr std::int64_t MostAtOnce = 64 * 1024;  // codes shown in one turn
+constexpr std::int64_t MostAtOnce = std::int64_t{64} * 1024;  // codes shown in one turn
 
 std::size_t Size(std::int64_t count) {
   return static_cast<std::size_t>(count);
