@@ -144,12 +144,18 @@ void handler::Mud(CommandCall& call) {
   SessionState& table = call.house.sessions;
   int16 row = FindReference(table, call.P[2], 1);
   if (row < 0) row = AddCharacter(table);
-  table.CharacterRef[row] = call.P[2];
-  table.MudName[row] = call.P[3];
-  table.HostName[row] = call.P[4];
-  table.Port[row] = call.P[5];
-  table.CharacterName[row] = call.P[6];
-  table.Password[row] = call.P[7];
+  Table<std::string>* const fields[] = {&table.CharacterRef, &table.MudName,       &table.HostName,
+                                        &table.Port,         &table.CharacterName, &table.Password};
+  bool changed = false;
+  int16 part = 2;
+  for (Table<std::string>* field : fields) {
+    const std::string& given = call.P[part++];
+    if ((*field)[row] == given) continue;
+    (*field)[row] = given;
+    changed = true;
+  }
+  // A character that was typed once is there at the next start; a script that names it again writes nothing.
+  if (changed) call.house.sessionRoutines.SaveCharacters();  // PUMP
 }
 
 }  // namespace corvid

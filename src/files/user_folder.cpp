@@ -110,7 +110,7 @@ bool UserFolder::FillDataFolder() {
   const int16 answer =
       Ask("Do you have a previous installation of Corvid from which you would like to recover scripts, sounds, MUDD "
           "login data, and settings stored on this computer?",
-          box::YesNo, "Previous Installation Data Transfer");
+          box::YesNo | box::SecondDefault, "Previous Installation Data Transfer");  // most have none
   return answer == box::ResultYes ? FillFromOld() : FillFromShipped();
 }
 

@@ -61,6 +61,8 @@ class Sessions final : public SocketEvents {
   void ResizeConnections(int16 i);
   // Title of the main window by the active session's state; the window comes forward.
   void UpdateTitle();
+  // Writes the character table to its file. A failure is told to the player and the table stays. May pump events.
+  void SaveCharacters() { characters_.writeMudFile(); }
   // Slot of a character, -1 for none.
   int16 FindChannel(int16 ownedBy) const;
 

@@ -115,6 +115,11 @@ bool Speech::ReaderReady() {
   return reader_ == Readiness::Ready;
 }
 
+int16 Speech::WorkingType() {
+  if (StartEngine()) return speechtype::Engine;
+  return StartReader() ? speechtype::ScreenReader : speechtype::None;
+}
+
 bool Speech::StartEngine() {
   if (engine_ == Readiness::Untried) {
     engine_ = platform_.speechEngine.Start() ? Readiness::Ready : Readiness::Failed;

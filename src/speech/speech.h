@@ -41,6 +41,8 @@ class Speech : public Speaker {
   // screen reader. On from the start.
   void SpeakWhateverWorks(bool on) { whateverWorks_ = on; }
 
+  // What could speak on this machine: the engine, else the screen reader, else nothing. Tells the player nothing.
+  int16 WorkingType();
   // Voice, rate, volume and priority of a channel's voice; VoiceChoice below 0 means channel 1. A value the engine does
   // not take leaves the others to be set.
   void SetSapiValues(int16 VoiceValue, int16 RateValue, int16 VolumeValue, int16 PriorityValue, int16 VoiceChoice);

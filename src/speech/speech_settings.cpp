@@ -65,7 +65,7 @@ bool SpeechSettings::ChooseOnFirstRun() {
       "From the following screen, please select your default screen reader or select MS Sapi or \"None\" if you do not "
       "have one.",
       box::OkOnly, "Interim Speech");  // PUMP
-  const int16 type = SelectScreenReader();
+  const int16 type = SelectScreenReader(voices_.WorkingType());
   if (platform_.events.Ending()) return false;
   for (std::size_t channel = FirstChannel; channel <= LastChannel; ++channel) speech_.SpeechType[channel] = type;
   voices_.TTSSetup(type);
