@@ -29,7 +29,7 @@ std::string FindGame(const std::filesystem::path& own) {
 std::string PracticeGame::Start(const std::string& ownProgram) {
   const std::string game = FindGame(ownProgram);
   if (game.empty()) return "The practice game is not installed beside " + ownProgram + ".";
-  const std::string problem = child_.Start(game, {"--parent-exits"}, StartLimit);
+  std::string problem = child_.Start(game, {"--parent-exits"}, StartLimit);
   if (!problem.empty()) return problem;
   if (!child_.FirstLine().starts_with(PortWord)) return "The practice game answered \"" + child_.FirstLine() + "\".";
   port_ = child_.FirstLine().substr(PortWord.size());
