@@ -8,6 +8,7 @@ namespace corvid {
 
 using int16 = std::int16_t;
 using int32 = std::int32_t;
+using int64 = std::int64_t;
 
 // Whose definition it is: 0 everybody's, above 0 a row of the character table, -1 (as an argument) the current owner.
 using OwnerId = int16;
