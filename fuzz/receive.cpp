@@ -1,26 +1,40 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes from a server, cut into reads in any way, under any options: nothing but text comes of them, and not more
-// than there is room for. The first byte chooses options; then each byte is the length of a read and the read follows.
+// than there is room for. The first byte chooses options, and with its highest bit the second one chooses more; then
+// each byte is the length of a read and the read follows.
 #include "sessions/receive.h"
 #include "fuzz.h"
 #include "platform/memory/memory_platform.h"
 #include "script/symbols.h"
+#include "script_house.h"
 #include "support_upcalls.h"
 
 namespace {
 
 using corvid::int16;
 
-class NoPrompter : public corvid::Prompter {
+// Triggers that gag, rewrite and lengthen lines, and let time pass while they run.
+class BusyTriggers final : public corvid::LineTriggers {
  public:
-  int16 MsgBox(const std::string&, int16, const std::string&) override { return corvid::box::ResultNo; }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
-  std::string PickList(const std::string&) override { return {}; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return {}; }
+  explicit BusyTriggers(corvid::MemoryLoop& loop) : loop_(loop) {}
+  bool Any() const override { return On; }
+  corvid::LineFate Fire(int16, corvid::LineVersions& line) override {
+    const std::size_t length = line.PlainLine.size();
+    if (length % 7 == 1) return corvid::LineFate::IsFinished;
+    if (length % 7 == 2) line.TaggedLine = line.SpokenLine = line.PlainLine = "replaced";
+    if (length % 7 == 3) line.TaggedLine += "<RED>more</RED>\r\nand more";
+    if (length % 7 == 4 && depth_ < 3) {
+      ++depth_;
+      loop_.Pass(length % 2 == 0 ? 5 : 120);
+      --depth_;
+    }
+    return corvid::LineFate::GoesOn;
+  }
+  bool On = false;
+
+ private:
+  corvid::MemoryLoop& loop_;
+  int depth_ = 0;
 };
 
 struct Client {
@@ -44,6 +58,16 @@ struct Client {
     memory.sockets.Connect(0, "game.example", "23", 1000);
     memory.loop.Pass(1);
   }
+  void ChooseMore(unsigned choice) {
+    options.TriggerColourNeeded = (choice & 1U) != 0;
+    options.OutputLog = (choice & 2U) == 0;
+    if ((choice & 4U) != 0) options.AsciiMinLength = options.AsciiPercent = 5;
+    if ((choice & 8U) != 0) state.GagFlags[0] = corvid::gag::OnSpeech;
+    if ((choice & 16U) != 0) state.GagFlags[0] = corvid::gag::AnyDisplay;
+    if ((choice & 32U) != 0) state.GagLines[0] = 2;
+    triggers.On = (choice & 64U) != 0;
+    if ((choice & 128U) != 0) script.CurrentSocket = 1;  // another session is in the foreground
+  }
   void Read(std::string_view bytes) {
     memory.sockets.Receive(0, bytes);  // nobody listens: the bytes wait
     receive.sockTelnet_OnRead(0);
@@ -57,14 +81,14 @@ struct Client {
   corvid::RecordingRunner runner{memory.effects};
   corvid::RecordingErrors errors{memory.effects};
   corvid::RecordingSpeaker speaker{memory.effects};
-  NoPrompter prompter;
+  corvid::fuzz::NoPrompter prompter;
   corvid::RecordingScreens screens{memory.effects};
   corvid::RecordingJobs jobs{memory.effects};
   corvid::Upcalls upcalls{runner, errors, speaker, prompter, screens, jobs};
   corvid::Symbols symbols{script, runner};
   corvid::OutputWindows output{script, options, state, platform};
   corvid::Logs logs{options, state, platform};
-  corvid::NoLineTriggers triggers;
+  BusyTriggers triggers{memory.loop};
   corvid::Receive receive{script, options, state, output, logs, triggers, platform, upcalls};
 };
 
@@ -74,6 +98,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size == 0) return 0;
   Client client(data[0]);
   std::size_t place = 1;
+  if ((data[0] & 128U) != 0 && size > 1) client.ChooseMore(data[place++]);
+  const bool rewritten = client.triggers.On;
   while (place < size) {
     const std::size_t length = std::min<std::size_t>(data[place] * std::size_t{16} + 1, size - place - 1);
     if (data[place] % 8 == 7) client.memory.loop.Pass(100);
@@ -85,6 +111,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   client.memory.loop.Pass(200);
   corvid::fuzz::Require(client.state.PartialLine[0].empty(), "a held line is shown in the end");
+  if (rewritten) return 0;
   for (const char code : client.state.OutputWindow(0).Text())
     corvid::fuzz::Require(static_cast<unsigned char>(code) >= 32 || code == '\r' || code == '\n', "no control codes");
   return 0;
