@@ -130,8 +130,8 @@ struct Client {
   corvid::MemoryPlatform memory;
   SinkFiles files;
   FloodSockets sockets{memory.loop, memory.effects, Flood()};
-  corvid::Platform platform{memory.clock,  memory.loop,     memory.loop,   sockets,       files,
-                            memory.places, memory.settings, memory.speech, memory.speech, memory.face};
+  corvid::Platform platform{memory.clock,    memory.loop,   memory.loop,   sockets,     files,        memory.places,
+                            memory.settings, memory.speech, memory.speech, memory.face, memory.sounds};
   corvid::ScriptState script;
   corvid::OptionsState options;
   corvid::SessionState state;

@@ -18,8 +18,9 @@ bool NoFileIsOpen(int32 number) {
 #ifdef CORVID_STRESS
 Corvid::Corvid(const Platform& outside)
     : movingLoop_(outside.events, scriptState),
-      platform{outside.clock,  movingLoop_,      outside.timers,       outside.sockets,      outside.files,
-               outside.places, outside.settings, outside.speechEngine, outside.screenReader, outside.face},
+      platform{outside.clock,        movingLoop_,    outside.timers,   outside.sockets,
+               outside.files,        outside.places, outside.settings, outside.speechEngine,
+               outside.screenReader, outside.face,   outside.sounds},
 #else
 Corvid::Corvid(const Platform& outside)
     : platform(outside),

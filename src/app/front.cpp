@@ -41,7 +41,7 @@ int RunJson(const CommandLine& line, int argc, char** argv) {
   int code = 0;
   {
     Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
-                   outside.settings, face.Engine(), face.Reader(), face});
+                   outside.settings, face.Engine(), face.Reader(), face, face.Sounds()});
     ProgramQueries queries(corvid);
     face.Start(
         {.Queries = &queries, .JobDue = [&] { return corvid.timers.JobDue(); }, .Quit = [&] { corvid.quit(true); }});
@@ -61,7 +61,7 @@ int RunConsole(const CommandLine& line, int argc, char** argv) {
   int code = 0;
   {
     Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
-                   outside.settings, voices.engine, voices.reader, face});
+                   outside.settings, voices.engine, voices.reader, face, voices.sounds});
     face.Start({.JobDue = [&] { return corvid.timers.JobDue(); }, .Quit = [&] { corvid.quit(true); }});
     code = corvid.Start(request) ? outside.loop.Run() : 0;
     face.Finish();

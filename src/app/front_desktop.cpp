@@ -35,7 +35,7 @@ int RunDesktop(const CommandLine& line, int argc, char** argv) {
   DesktopFace face(outside.loop, outside.clock);
   Voices voices(outside.timers, face);
   Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
-                 outside.settings, voices.engine, voices.reader, face});
+                 outside.settings, voices.engine, voices.reader, face, voices.sounds});
   face.Start({.Quit = [&] { corvid.quit(true); }});
   return corvid.Start(request) ? outside.loop.Run() : 0;
 }

@@ -11,6 +11,7 @@
 #include "platform/event_loop.h"
 #include "platform/face.h"
 #include "platform/openal/mixer.h"
+#include "platform/silent_sounds.h"
 #include "platform/speechd/speechd_reader.h"
 
 namespace corvid {
@@ -38,6 +39,7 @@ class Voices {
  public:
   EspeakEngine engine;
   SpeechdReader reader;
+  SilentSounds sounds;
 };
 
 }  // namespace corvid

@@ -11,6 +11,8 @@
 
 namespace corvid {
 
+class SoundOutput;
+
 struct Platform {
   Clock& clock;
   EventLoop& events;
@@ -22,6 +24,7 @@ struct Platform {
   SpeechEngine& speechEngine;
   ScreenReader& screenReader;
   Face& face;
+  SoundOutput& sounds;
 };
 
 }  // namespace corvid

@@ -75,8 +75,8 @@ TEST_F(TimersTest, GivesALaterEchoTheSlotOfAnEarlierOne) {
 
 TEST_F(TimersTest, OpensTheCharactersOnceTheWindowIsThere) {
   MemoryFace hidden{memory.effects};
-  Platform others{memory.clock,  memory.loop,     memory.loop,   memory.sockets, memory.files,
-                  memory.places, memory.settings, memory.speech, memory.speech,  hidden};
+  Platform others{memory.clock,    memory.loop,   memory.loop,   memory.sockets, memory.files, memory.places,
+                  memory.settings, memory.speech, memory.speech, hidden,         memory.sounds};
   TimerRoutines early{script, options, state, buffers, keyboard, others, upcalls};
   early.StartTimer1(timeraction::OpenCharacters, 500);
   keyboard.EntryLine = "typed early";

@@ -7,6 +7,7 @@
 #include "platform/memory/memory_files.h"
 #include "platform/memory/memory_loop.h"
 #include "platform/memory/memory_sockets.h"
+#include "platform/memory/memory_sounds.h"
 #include "platform/platform.h"
 
 namespace corvid {
@@ -25,8 +26,15 @@ struct MemoryPlatform {
   MemorySettings settings;
   MemorySpeech speech{effects};
   MemoryFace face{effects};
+  MemorySounds sounds{clock, effects};
 
-  Platform All() { return {clock, loop, loop, sockets, files, places, settings, speech, speech, face}; }
+  Platform All() { return {clock, loop, loop, sockets, files, places, settings, speech, speech, face, sounds}; }
+
+  // A sound file on the disk that can be played.
+  void PutSound(const std::string& path, int milliseconds, int16 channels = 1, int32 frequency = 22050) {
+    files.Put(path, "a sound");
+    sounds.Put(path, {int64{milliseconds} * frequency / 1000 * channels * 2, channels, frequency});
+  }
 };
 
 }  // namespace corvid

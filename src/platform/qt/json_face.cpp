@@ -12,6 +12,7 @@
 #include "platform/qt/json_dialog.h"
 #include "platform/qt/json_output.h"
 #include "platform/qt/json_request.h"
+#include "platform/qt/json_sounds.h"
 #include "platform/qt/json_speech.h"
 #include "platform/qt/line_input.h"
 
@@ -59,6 +60,7 @@ struct JsonFace::Parts {
         output(options.Output, options.Events),
         engine(output),
         reader(output),
+        sounds(output, clock),
         dialog(eventLoop, output,
                {[this] { return clipboard; }, [this](const std::string& text) { SetClipboard(text); }}),
         keys(dialog.Driver(), clock),
@@ -247,6 +249,7 @@ struct JsonFace::Parts {
   JsonOutput output;
   JsonEngine engine;
   JsonReader reader;
+  JsonSounds sounds;
   JsonDialog dialog;
   KeyRouter keys;
   LineInput input;
@@ -282,6 +285,7 @@ void JsonFace::Start(Hooks hooks) {
 }
 
 void JsonFace::NoteExit(int code) {
+  parts_->sounds.Finish();
   parts_->output.Print("exit", JsonObject().Number("code", code));
   parts_->output.Flush();
 }
@@ -291,6 +295,9 @@ SpeechEngine& JsonFace::Engine() {
 }
 ScreenReader& JsonFace::Reader() {
   return parts_->reader;
+}
+SoundOutput& JsonFace::Sounds() {
+  return parts_->sounds;
 }
 
 void JsonFace::SetEvents(FaceEvents* events) {

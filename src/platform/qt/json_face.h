@@ -11,6 +11,7 @@
 #include "platform/clock.h"
 #include "platform/face.h"
 #include "platform/qt/event_loop.h"
+#include "platform/sounds.h"
 #include "platform/speech.h"
 
 namespace corvid {
@@ -43,7 +44,7 @@ class JsonQueries {
 // Wire, in main:
 //   QtEventLoop loop(argc, argv);  SystemClock clock;
 //   JsonFace face(loop, clock, {.Events = filter});   after a check with JsonFace::UnknownEvents(filter)
-//   Platform platform{..., face.Engine(), face.Reader(), face};
+//   Platform platform{..., face.Engine(), face.Reader(), face, face.Sounds()};
 //   ... build the program ...
 //   face.Start({.Queries = &corvid, .JobDue = [..] { a job of Timer1 is pending }, .Quit = [..] { quit(true) }});
 //   const int code = loop.Run();
@@ -74,6 +75,7 @@ class JsonFace : public Face {
   void NoteExit(int code);  // prints "exit" and writes everything out
   SpeechEngine& Engine();   // prints "speech" with type 3 and "silence"
   ScreenReader& Reader();   // prints "speech" with type 1 and "silence"
+  SoundOutput& Sounds();    // prints "sound"
 
   void SetEvents(FaceEvents* events) override;
   DialogView& Dialogs() override;
