@@ -49,9 +49,9 @@ Corvid::Corvid(const Platform& outside)
                buffers, saving, timers, platform, upcalls),
       errors(bufferState, scriptState, optionsState, platform, upcalls),
       alarms(controlState, scriptState, platform, upcalls),
-      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState,
-             symbols,     scanner,      expansion,   expressions,  buffers,       sessions,
-             output,      logs,         alarms,      platform,     upcalls},
+      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState, symbols,
+             scanner,     expansion,    expressions, buffers,      sessions,      output,       logs,
+             alarms,      platform,     upcalls,     speechState,  speech},
       dispatcher(house_),
       start({scriptState, optionsState, bufferState, sessionState, speechState, symbols, buffers, saving, userFolder,
              characters, output, logs, sessions, speechSettings, platform, upcalls}) {

@@ -19,6 +19,17 @@ bool ExpandParameters(CommandCall& call, int16 leaveRaw) {
   return true;
 }
 
+std::string ShownLine(std::string_view current, const std::string& inlineText) {
+  std::string shown(current);
+  if (shown != inlineText) shown += " - part of command " + inlineText;
+  return shown;
+}
+
+void ReportAndGoOn(CommandCall& call, const std::string& problem) {
+  call.house.upcalls.errors.ErrorReport(problem, ShownLine(call.current, call.inlineText), 0, call.options);
+  call.ErrorDescription.clear();
+}
+
 bool HonourAborts(CommandCall& call) {
   if (call.has(option::AbortAll)) {
     call.next = Flow::Leave;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "core/parameters.h"
@@ -15,6 +16,7 @@
 #include "script/parsed_command.h"
 #include "script/script_state.h"
 #include "sessions/session_state.h"
+#include "speech/speech_state.h"
 
 namespace corvid {
 
@@ -26,6 +28,7 @@ class Logs;
 class OutputWindows;
 class Scanner;
 class Sessions;
+class Speech;
 class Symbols;
 struct CommandRow;
 struct ControlState;
@@ -49,6 +52,8 @@ struct CommandHouse {
   Alarms& alarms;
   Platform& platform;
   Upcalls& upcalls;
+  SpeechState& speechSettings;
+  Speech& speech;
 };
 
 // What comes after a command.
@@ -74,6 +79,7 @@ struct CommandCall {
   OwnerId definitionOwner;  // the same, or 0 behind the "G" prefix
   const std::string& inlineText;
   Flow next = Flow::NextCommand;
+  std::string_view current = {};  // the line from this command on, as an error shows it; valid while the handler runs
 
   int16 count() const { return static_cast<int16>(part - 1); }
   bool checkOnly() const { return (options & option::CheckOnly) != 0; }
@@ -90,6 +96,11 @@ struct CommandCall {
 bool ExpandParameters(CommandCall& call, int16 leaveRaw = 0);
 // The same for one text. flags as ExplodeVariable takes them.
 bool ExpandText(CommandCall& call, std::string& text, int16 flags = 0);
+
+// The command as an error shows it: with the line that it is part of.
+std::string ShownLine(std::string_view current, const std::string& inlineText);
+// Reports an error of a command that carries on all the same; ErrorDescription is empty afterwards. May pump events.
+void ReportAndGoOn(CommandCall& call, const std::string& problem);
 
 // When a nested line gives its level of CommandDepth back.
 enum class DepthBack {

@@ -27,13 +27,13 @@ constexpr std::array commandRows{
     CommandRow{AB, "ADDITEM", 2, 3, handler::AddItem},
     CommandRow{AB, "ALARM", 2, 3, handler::Alarm},
     CommandRow{AB, "ALIAS", 2, 3, handler::Alias},
-    CommandRow{AB, "AUTOMENU", 1, 1, handler::NotBuilt},
-    CommandRow{AB, "BELL", 0, 0, handler::NotBuilt},
+    CommandRow{AB, "AUTOMENU", 1, 1, handler::AutoMenu},
+    CommandRow{AB, "BELL", 0, 0, handler::Bell},
     CommandRow{AB, "BREAK", 0, 0, handler::Break},
 
     CommandRow{CD, "CHARACTER", 0, 1, handler::Character},
     CommandRow{CD, "CLASS", 0, 2, handler::Class},
-    CommandRow{CD, "CLIPBOARD", 1, 1, handler::NotBuilt},
+    CommandRow{CD, "CLIPBOARD", 1, 1, handler::Clipboard},
     CommandRow{CD, "CLOSE", 1, 1, handler::NotBuilt},
     CommandRow{CD, "CONFIGURE", 2, 2, handler::Configure},
     CommandRow{CD, "CONNECT", 0, 1, handler::Connect},
@@ -46,7 +46,7 @@ constexpr std::array commandRows{
     CommandRow{EF, "ERASE", 0, AnyCount, handler::Erase},  // it answers a parameter with words of its own: none
     CommandRow{EF, "EXECUTE", 1, 2, handler::Execute},
     CommandRow{EF, "FILE", 2, 3, handler::NotBuilt},
-    CommandRow{EF, "FIND", 1, 2, handler::NotBuilt},
+    CommandRow{EF, "FIND", 1, 2, handler::Find},
     CommandRow{EF, "FORALL", 2, 2, handler::ForAll},
 
     CommandRow{GHI, "GAGLINE", 0, 2, handler::GagLine},
@@ -69,7 +69,7 @@ constexpr std::array commandRows{
     CommandRow{PQR, "PICK", 1, 1, handler::NotBuilt},
     CommandRow{PQR, "PLAYLOOP", 1, 2, handler::NotBuilt},
     CommandRow{PQR, "PROMPT", 2, 2, handler::NotBuilt},
-    CommandRow{PQR, "QUIET", 1, 1, handler::NotBuilt},
+    CommandRow{PQR, "QUIET", 0, 1, handler::Quiet},  // "{}" at the end of a line counts as no parameter
     CommandRow{PQR, "QUIT", 0, 0, handler::Quit},
     CommandRow{PQR, "READ", 2, 3, handler::NotBuilt},
     CommandRow{PQR, "RECORD", 0, 0, handler::NotBuilt},
@@ -77,12 +77,12 @@ constexpr std::array commandRows{
     CommandRow{PQR, "RESET", 0, 1, handler::Reset},
 
     CommandRow{ST, "SAVE", 0, 2, handler::Save},
-    CommandRow{ST, "SAY", 1, 2, handler::NotBuilt},
-    CommandRow{ST, "SEND", 1, 3, handler::NotBuilt},
-    CommandRow{ST, "SETSPEECH", 2, 5, handler::NotBuilt, OnlyMinOrMax},
+    CommandRow{ST, "SAY", 1, 2, handler::Say},
+    CommandRow{ST, "SEND", 1, 3, handler::Send},
+    CommandRow{ST, "SETSPEECH", 2, 5, handler::SetSpeech, OnlyMinOrMax},
     CommandRow{ST, "STOP", 0, 0, handler::NotBuilt},
     CommandRow{ST, "SUBSTITUTE", 1, 1, handler::NotBuilt},
-    CommandRow{ST, "SYSKEY", 0, 1, handler::NotBuilt},
+    CommandRow{ST, "SYSKEY", 0, 1, handler::SysKey},
     CommandRow{ST, "TAB", 0, 1, handler::Tab},
     CommandRow{ST, "TRIGGER", 2, 4, handler::NotBuilt},
 
@@ -102,7 +102,7 @@ constexpr std::array commandRows{
     CommandRow{VZ, "VARIABLE", 0, 3, handler::Variable},
     CommandRow{VZ, "WHILE", 2, 2, handler::While},
     CommandRow{VZ, "WAIT", 1, 2, handler::Wait},
-    CommandRow{VZ, "WINDOW", 1, 1, handler::NotBuilt},
+    CommandRow{VZ, "WINDOW", 1, 1, handler::Window},
     CommandRow{VZ, "WRITE", 2, 3, handler::NotBuilt},
     CommandRow{VZ, "", 0, 1, handler::Repeat},
 };

@@ -113,6 +113,7 @@ Flow Dispatcher::OneCommand(Line& line) {
 
   CommandCall call{house_,    nullptr,         line.P, part,  line.options,   line.ErrorDescription,
                    line.rvar, line.outchannel, owner,  owner, line.inlineText};
+  call.current = line.current;
   if (IsImplicitAssignment(line.P, part, house_.options.VariableChar)) {
     line.P[2] = line.P[1].substr(1);
     line.P[1] = std::string(1, ImplicitCommandChar) + "VAR";
@@ -143,9 +144,7 @@ void Dispatcher::Finish(Line& line, Flow how) {
 }
 
 void Dispatcher::ReportError(const Line& line) {
-  std::string shown = line.current;
-  if (shown != line.inlineText) shown += " - part of command " + line.inlineText;
-  house_.upcalls.errors.ErrorReport(line.ErrorDescription, shown, 0, line.options);
+  house_.upcalls.errors.ErrorReport(line.ErrorDescription, ShownLine(line.current, line.inlineText), 0, line.options);
 }
 
 void Dispatcher::Trace(const Line& line) {

@@ -37,6 +37,17 @@ void UnTab(CommandCall& call);
 void UnVariable(CommandCall& call);
 void Variable(CommandCall& call);
 
+void AutoMenu(CommandCall& call);
+void Bell(CommandCall& call);
+void Clipboard(CommandCall& call);
+void Find(CommandCall& call);
+void Quiet(CommandCall& call);
+void Say(CommandCall& call);
+void Send(CommandCall& call);
+void SetSpeech(CommandCall& call);
+void SysKey(CommandCall& call);
+void Window(CommandCall& call);
+
 void Abort(CommandCall& call);
 void Break(CommandCall& call);
 void Execute(CommandCall& call);

@@ -9,6 +9,7 @@
 #include "core/fault.h"
 #include "core/number.h"
 #include "core/text.h"
+#include "core/utf8.h"
 
 namespace corvid {
 
@@ -85,7 +86,7 @@ class LineMaker::Run {
     line_.PlainLine.append(run);
     if (wantsTags_) line_.TaggedLine.append(run);
     if (spokenDiffers_) {
-      for (std::size_t place = from; place < to; ++place) Spoken(line, place);
+      for (std::size_t place = from; place < to;) place += Spoken(line, place);
     } else if (options_.RemoveAsciiArt == 1) {
       Count(run);
     }
@@ -98,7 +99,8 @@ class LineMaker::Run {
     }
   }
 
-  void Spoken(std::string_view line, std::size_t place) {
+  // One character of the spoken version; returns how many bytes it took.
+  std::size_t Spoken(std::string_view line, std::size_t place) {
     const char c = line[place];
     switch (ClassOf(c)) {
       case CharClass::Letter:
@@ -113,28 +115,38 @@ class LineMaker::Run {
         afterLetter_ = false;
         break;
       case CharClass::Symbol:
-        SpokenSymbol(line, place);
-        break;
+        return SpokenSymbol(line, place);
     }
+    return 1;
   }
 
-  void SpokenSymbol(std::string_view line, std::size_t place) {
-    char c = line[place];
+  // A character of several bytes stays whole: half of one would be spoken as something else.
+  std::size_t SpokenSymbol(std::string_view line, std::size_t place) {
+    const std::size_t length = CharLength(line, place);
+    std::string_view symbol = line.substr(place, length);
     if (!options_.QuietChars.empty()) {
-      const auto code = static_cast<int16>(static_cast<unsigned char>(c));
-      if (std::find(options_.QuietChars.begin(), options_.QuietChars.end(), code) != options_.QuietChars.end()) c = ' ';
-      line_.SpokenLine += c;  // Kept: with quiet characters a symbol stands here twice.
+      if (IsQuiet(symbol)) symbol = " ";
+      line_.SpokenLine += symbol;  // Kept: with quiet characters a symbol stands here twice.
     }
     if (options_.RemoveAsciiArt == 2) {
-      WrittenSymbol(line, place, c);
-      return;
+      WrittenSymbol(line, place, symbol.front());
+      return length;
     }
-    line_.SpokenLine += c;
+    line_.SpokenLine += symbol;
     if (options_.RemoveAsciiArt == 1) {
-      ++symbols_;
+      symbols_ += length;
     } else {
       afterLetter_ = false;
     }
+    return length;
+  }
+
+  bool IsQuiet(std::string_view symbol) const {
+    const std::vector<int16>& quiet = options_.QuietChars;
+    const std::u16string codes = ToUtf16(symbol);
+    return std::all_of(codes.begin(), codes.end(), [&](char16_t code) {
+      return std::find(quiet.begin(), quiet.end(), static_cast<int16>(code)) != quiet.end();
+    });
   }
 
   // Of symbols, only those that belong to writing are spoken.

@@ -28,6 +28,7 @@ TEST_F(DispatcherTest, EveryCommandRefusesTooFewAndTooManyParameters) {
       EXPECT_EQ(Run(LineOf(row, row.Max + 1), option::CheckOnly), "Wrong number of parameters") << row.Keyword;
       EXPECT_EQ(Run(LineOf(row, row.Max + 1)), "Wrong number of parameters") << row.Keyword;
     }
+    if (row.Handler == handler::SysKey || row.Handler == handler::Quiet) continue;  // these look closer, and have tests
     EXPECT_EQ(Run(LineOf(row, row.Min), option::CheckOnly), "") << row.Keyword;
   }
 }

@@ -29,6 +29,7 @@
 #include "sessions/output.h"
 #include "sessions/receive.h"
 #include "sessions/session.h"
+#include "speech/speech.h"
 
 namespace corvid::test {
 
@@ -65,8 +66,8 @@ struct RecordingSpeaker : Speaker {
     Log.Add("speech", std::to_string(window) + " " + text);
   }
   void Speak(const std::string& text, int16, int16 voice) override { SpeakOut(text, voice, 0); }
-  void StopSpeech() override {}
-  void StopSpeaking(int16) override {}
+  void StopSpeech() override { Log.Add("silence", "all"); }
+  void StopSpeaking(int16 window) override { Log.Add("silence", std::to_string(window)); }
   void StopSpeakingAll() override {}
   EffectLog& Log;
   bool Fails = false;
@@ -218,6 +219,7 @@ class CommandTest : public ::testing::Test {
   SessionState sessions;
   KeyboardState keyboard;
   ControlState control;
+  SpeechState voices;
   Platform platform = memory.All();
   LateRunner runner;
   LateErrors lateErrors;
@@ -241,10 +243,11 @@ class CommandTest : public ::testing::Test {
   Sessions sessionRoutines{script, options,    sessions, buffers, symbols, scanner,  scriptFiles,
                            saving, characters, windows,  logs,    receive, platform, upcalls};
   Errors errors{buffers, script, options, platform, upcalls};
+  Speech speech{voices, keyboard, platform};
   Alarms alarms{control, script, platform, upcalls};
-  CommandHouse house{script,  options, buffers,   sessions,    keyboard,    control,
-                     symbols, scanner, expansion, expressions, scriptFiles, sessionRoutines,
-                     windows, logs,    alarms,    platform,    upcalls};
+  CommandHouse house{script,  options,   buffers,     sessions,    keyboard,        control, symbols,
+                     scanner, expansion, expressions, scriptFiles, sessionRoutines, windows, logs,
+                     alarms,  platform,  upcalls,     voices,      speech};
   Dispatcher dispatcher{house};
   int16 LastOptions = 0;
   int16 LastChannel = 0;

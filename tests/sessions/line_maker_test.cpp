@@ -146,6 +146,21 @@ TEST_F(LineMakerTest, DoublesSymbolsWithQuietCharacters) {
   EXPECT_EQ(Make("a*b! c").SpokenLine, "a b!! c");
 }
 
+TEST_F(LineMakerTest, KeepsCharactersOfSeveralBytesWholeBesideQuietOnes) {
+  options.QuietChars = {'*', 0x2022, 0x20AC, static_cast<int16>(0xD83D), static_cast<int16>(0xDE00)};
+  for (const int16 mode : {int16{0}, int16{1}}) {
+    options.RemoveAsciiArt = mode;
+    EXPECT_EQ(Make("caf\xC3\xA9").SpokenLine, "caf\xC3\xA9\xC3\xA9");
+    EXPECT_EQ(Make("a\xE2\x80\xA2").SpokenLine, "a  ");
+    EXPECT_EQ(Make("a\xE2\x80\x94").SpokenLine, "a\xE2\x80\x94\xE2\x80\x94")
+        << "it shares two bytes with the quiet one";
+    EXPECT_EQ(Make("a\x80").SpokenLine, "a  ") << "the same character from a server that does not speak UTF-8";
+    EXPECT_EQ(Make("a\xF0\x9F\x98\x80").SpokenLine, "a  ");
+    EXPECT_EQ(Make("a\xF0\x9F\x98\x81").SpokenLine, "a\xF0\x9F\x98\x81\xF0\x9F\x98\x81");
+  }
+  EXPECT_EQ(Make("caf\xC3\xA9").PlainLine, "caf\xC3\xA9");
+}
+
 TEST_F(LineMakerTest, DoesNotSpeakWhatIsDrawn) {
   const std::string drawn = "abcde" + std::string(25, '#');
   EXPECT_EQ(Make(drawn).SpokenLine, "");

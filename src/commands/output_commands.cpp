@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The small commands that reach the player or the game: SEND, BELL, CLIPBOARD, QUIET and SYSKEY.
+#include <algorithm>
+
+#include "commands/command_call.h"
+#include "commands/handlers.h"
+#include "core/text.h"
+#include "core/utf8.h"
+
+namespace corvid {
+
+namespace {
+
+// "#QUIET {}" ends the silence; the word alone is a slip.
+bool EmptyBraces(const CommandCall& call) {
+  return LTrim(call.current.substr(std::min(call.P[1].size(), call.current.size()))).starts_with('{');
+}
+
+}  // namespace
+
+void handler::Send(CommandCall& call) {
+  NotBuilt(call);
+}
+
+void handler::Bell(CommandCall& call) {
+  if (!call.checkOnly()) call.house.platform.face.Beep();
+}
+
+void handler::Clipboard(CommandCall& call) {
+  if (call.checkOnly() || !ExpandParameters(call)) return;
+  call.house.platform.face.SetClipboardText(call.P[2]);
+}
+
+void handler::Quiet(CommandCall& call) {
+  if (call.count() == 0 && !EmptyBraces(call)) return call.fail("Wrong number of parameters");
+  if (call.checkOnly()) return;
+  std::vector<int16>& codes = call.house.options.QuietChars;
+  codes.clear();
+  for (const char16_t code : ToUtf16(call.P[2])) codes.push_back(static_cast<int16>(code));
+}
+
+void handler::SysKey(CommandCall& call) {
+  if (!ExpandParameters(call)) return;
+  // Kept: the one word there is does nothing here; keys that are bound to it act in the entry line.
+  if (call.count() == 0 || !SameText(call.P[2], "CLEAR_LINE")) call.fail("Unknown Syskey parameter");
+}
+
+}  // namespace corvid

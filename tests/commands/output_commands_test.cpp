@@ -1,0 +1,480 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What scripts say, show, find and set: each command as a player or a script gives it.
+#include "commands/fixture.h"
+
+namespace corvid::test {
+
+class OutputCommandTest : public CommandTest {
+ protected:
+  Lines Said(const std::string& line) {
+    EXPECT_EQ(Run(line), "");
+    return Effects();
+  }
+  // A script file that is loaded as a buffer, from 4 up.
+  void Loaded(int16 number, const std::string& path, const std::string& text = "") {
+    scriptFiles.ResizeBuffers(number);
+    buffers.BufferFile[number] = path;
+    buffers.BufferFlags[number] = buffer::Script;
+    buffers.BufferText[number] = buffers.BufferLoaded[number] = text;
+  }
+  TextModel& Entry() { return buffers.EntryBox; }
+  TextModel& Viewport() { return sessions.OutputWindow(0); }
+  std::string FoundLine() { return script.SystemValues[sysvar::FOUNDLINE]; }
+};
+
+// ---- SAY ----
+
+TEST_F(OutputCommandTest, SaySpeaksAndShowsOnTheChannelOfItsKeyword) {
+  const struct {
+    const char* Keywords;
+    Lines Effects;
+    const char* Entry;
+  } cases[] = {
+      {"", {"display 0 hi\r\n", "speech 1 hi\r\n"}, ""},
+      {"Incoming", {"display 0 hi\r\n", "speech 1 hi\r\n"}, ""},
+      {"output", {"display 0 hi\r\n", "speech 3 hi\r\n"}, ""},
+      {"ENTRY", {"speech 2 hi\r\n"}, "hi\r\n"},
+      {"Edit", {"speech 4 hi\r\n"}, "hi\r\n"},
+      {"System", {"box User Note|hi\r\n", "speech 5 hi\r\n"}, ""},
+      {"VoiceOnly", {"speech 6 hi\r\n"}, ""},
+      {"NoVoice", {"display 0 hi\r\n"}, ""},
+      {"NoDisplay", {"speech 1 hi\r\n"}, ""},
+      {"NoReturn", {"display 0 hi", "speech 1 hi"}, ""},
+      {"Current", {"display 0 hi\r\n", "speech 1 hi\r\n"}, ""},
+      {"NoVoice|Output", {"display 0 hi\r\n"}, ""},
+      {"NoVoice|NoDisplay", {"speech 1 hi\r\n"}, ""},  // the last flag stands alone
+      {"NoDisplay|NoVoice", {"display 0 hi\r\n"}, ""},
+      {"NoReturn|NoVoice", {"display 0 hi\r\n"}, ""},
+      {"Output|Edit|Incoming", {"display 0 hi\r\n", "speech 1 hi\r\n"}, ""},
+      {"|Output||NoVoice|", {"display 0 hi\r\n"}, ""},  // empty words count for nothing
+      {"VoiceOnly|NoVoice", {}, ""},
+  };
+  for (const auto& at : cases) {
+    Entry().SetText("");
+    EXPECT_EQ(Said("#SAY {hi} {" + std::string(at.Keywords) + "}"), at.Effects) << at.Keywords;
+    EXPECT_EQ(Entry().Text(), at.Entry) << at.Keywords;
+  }
+}
+
+TEST_F(OutputCommandTest, SayRefusesAnyOtherKeywordAndSaysNothing) {
+  for (const char* keyword : {"Loud", "Out", "Output|x", " Output"}) {
+    EXPECT_EQ(Run("#SAY {hi} {" + std::string(keyword) + "}"),
+              "Only the keywords Output, Entry, System, Edit, or Incoming and NoVoice or NoDisplay and NoReturn and "
+              "CURRENT are allowed as the second parameter")
+        << keyword;
+    EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"})) << keyword;
+  }
+}
+
+TEST_F(OutputCommandTest, SayExpandsItsParameters) {
+  AddVariable("who", "Bob");
+  AddVariable("how", "NoVoice");
+  EXPECT_EQ(Said("#SAY {hi @who} @how"), Lines{"display 0 hi Bob\r\n"});
+  AddVariable("none", "");
+  EXPECT_EQ(Said("#SAY @none"), (Lines{"display 0 \r\n", "speech 1 \r\n"}));
+}
+
+TEST_F(OutputCommandTest, SayInTheBackgroundIsOnlyShown) {
+  MakeSession(1, "bob", true);
+  ASSERT_EQ(script.CurrentSocket, 0);
+  int16 flags = 0;
+  int16 background = 1;
+  std::string problem;
+  Parameters rvar;
+  dispatcher.ProcessCommand("#SAY hi", flags, problem, rvar, background);
+  EXPECT_EQ(Effects(), Lines{"display 1 hi\r\n"});
+  dispatcher.ProcessCommand("#SAY hi Current", flags, problem, rvar, background);
+  EXPECT_EQ(Effects(), (Lines{"display 1 hi\r\n", "speech 1 hi\r\n"}));
+  EXPECT_EQ(problem, "");
+}
+
+TEST_F(OutputCommandTest, SayWaitsWhileThePlayerHoldsASelection) {
+  Run("#SAY abc NoVoice");
+  Viewport().Select(0, 2);
+  Effects();
+  EXPECT_EQ(Said("#SAY def"), Lines{"speech 1 def\r\n"});
+  EXPECT_EQ(sessions.OutputBuffer[0], "def\r\n");
+  Viewport().SetSelStart(0);
+  EXPECT_EQ(Said("#SAY ghi NoVoice"), Lines{"display 0 def\r\nghi\r\n"});
+}
+
+TEST_F(OutputCommandTest, SayIntoTheEntryKeepsWhatStandsThere) {
+  Entry().SetText("look");
+  Entry().Select(0, 2);  // selected text is not replaced
+  Run("#SAY {-} {Entry|NoReturn}");
+  EXPECT_EQ(Entry().Text(), "lo-ok");
+  EXPECT_EQ(Entry().SelStart(), 3);
+  // While a script stands in the box, the entry line waits behind it.
+  Loaded(4, "/data/hunt.set", "#VAR a 1");
+  scriptFiles.MoveBuffers(4);
+  Run("#SAY {+} {Entry|NoReturn}");
+  EXPECT_EQ(Entry().Text(), "#VAR a 1");
+  scriptFiles.MoveBuffers(buffer::EntryLine);
+  EXPECT_EQ(Entry().Text(), "lo-+ok");
+  EXPECT_EQ(Entry().SelStart(), 4);
+  // A script that cannot be changed is not.
+  scriptFiles.MoveBuffers(4);
+  Run("#SAY {; } {Edit|NoReturn}");
+  EXPECT_EQ(Entry().Text(), "; #VAR a 1");
+  Entry().SetLocked(true);
+  Run("#SAY {; } {Edit|NoReturn}");
+  EXPECT_EQ(Entry().Text(), "; #VAR a 1");
+}
+
+// ---- SETSPEECH ----
+
+TEST_F(OutputCommandTest, SetSpeechSetsTheChannel) {
+  const struct {
+    const char* Name;
+    std::size_t Channel;
+  } channels[] = {{"Incoming", 1}, {"ENTRY", 2}, {"output", 3}, {"Edit", 4}, {"System", 5}, {"VoiceOnly", 6}};
+  for (const auto& at : channels) {
+    const std::string start = "#SETSPEECH " + std::string(at.Name) + " ";
+    for (const char* reader : {"Jaws", "WindowEyes", "SystemAccess", "ScreenReader"}) {
+      voices.SpeechType[at.Channel] = 3;
+      EXPECT_EQ(Said(start + reader), Lines());
+      EXPECT_EQ(voices.SpeechType[at.Channel], 1) << reader;
+    }
+    EXPECT_EQ(Said(start + "none"), Lines());
+    EXPECT_EQ(voices.SpeechType[at.Channel], 0);
+    EXPECT_EQ(Said(start + "off"), Lines{"silence " + std::to_string(at.Channel)});
+    EXPECT_NE(voices.ChannelMuted[at.Channel], 0);
+    EXPECT_EQ(Said(start + "on"), Lines());
+    EXPECT_EQ(voices.ChannelMuted[at.Channel], 0);
+    EXPECT_EQ(Said(start + "stop"), Lines{"silence " + std::to_string(at.Channel)});
+  }
+  EXPECT_EQ(Said("#SETSPEECH all stop"), Lines{"silence all"});
+}
+
+TEST_F(OutputCommandTest, SetSpeechGivesTheVoiceItsValues) {
+  voices.VoicePriority[3] = 2;
+  EXPECT_EQ(Said("#SETSPEECH Output Sapi 2 80 50"), Lines());
+  EXPECT_EQ(voices.SpeechType[3], 3);
+  EXPECT_EQ(voices.VoiceIndex[3], 2);
+  EXPECT_EQ(voices.VoiceVolume[3], 80);
+  EXPECT_EQ(voices.VoiceRate[3], 5);
+  const MemorySpeech::VoiceSettings& engine = memory.speech.Set(3);
+  EXPECT_EQ(engine.voice, 2);
+  EXPECT_EQ(engine.rate, 5);
+  EXPECT_EQ(engine.volume, 80);
+  EXPECT_EQ(engine.priority, 2);
+  EXPECT_EQ(memory.speech.Set(1).rate, 0) << "the others are left alone";
+  // given, on the engine's scale: rate / 3.2 + 0.5, rounded with halves to even, minus 11
+  const int16 rates[][2] = {{1, -10}, {2, -10}, {4, -9}, {8, -8},  {32, -1},
+                            {33, 0},  {48, 5},  {64, 9}, {99, 20}, {100, 21}};
+  for (const auto& [given, stored] : rates) {
+    Run("#SETSPEECH Entry Sapi 0 100 " + std::to_string(given));
+    EXPECT_EQ(voices.VoiceRate[2], stored) << given;
+  }
+}
+
+TEST_F(OutputCommandTest, SetSpeechChecksItsParameters) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"Output", "Wrong number of parameters"},
+      {"Output On 1", "Wrong number of parameters"},
+      {"Output On 1 2 3", "Wrong number of parameters"},
+      {"Output Sapi", "Wrong number of parameters"},
+      {"Output Sapi 1 2", "Wrong number of parameters"},
+      {"Output Loud", "Parameter 2 must be either On, Off, Stop, None, Sapi, or ScreenReader "},
+      {"Output Sapi x 80 50", "Parameter 3 must be numeric"},
+      {"Output Sapi 101 80 50", "Parameter 3 must be in the range 0 and 100"},
+      {"Output Sapi 1 x 50", "Parameter 4 must be numeric"},
+      {"Output Sapi 1 101 50", "Parameter 4 must be in the range 0 and 100"},
+      {"Output Sapi 1 80 0", "Parameter 5 must be in the range 1 and 100"},
+      {"Output Sapi 1 80 x", "Parameter 5 must be numeric"},
+      {"Output Sapi x 101 0", "Parameter 3 must be numeric"},  // the first is told
+  };
+  for (const auto& [parameters, message] : cases) {
+    EXPECT_EQ(Run("#SETSPEECH " + std::string(parameters)), message) << parameters;
+    EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"})) << parameters;
+    EXPECT_EQ(voices.VoiceIndex[3], 0) << parameters;
+    EXPECT_EQ(voices.VoiceVolume[3], 100) << parameters;
+  }
+}
+
+TEST_F(OutputCommandTest, SetSpeechGoesOnWithTheChannelNamedLast) {
+  const std::string complaint =
+      "First parameter must be either Incoming, Output, Edit, Entry, System, or VoiceOnly in command: ";
+  EXPECT_EQ(Run("#SETSPEECH nobody none"), "");  // none was named yet: nothing to set
+  EXPECT_EQ(Of("speech"), Lines{"1 error"});
+  Run("#SETSPEECH Edit On");
+  voices.SpeechType = {0, 3, 3, 3, 3, 3, 3};
+  ClearErrorLog();
+  EXPECT_EQ(Run("#SETSPEECH User None;#BELL"), "");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep", "beep"})) << "told, and the rest of the line runs";
+  EXPECT_EQ(voices.SpeechType, (SpeechState::Channels{0, 3, 3, 3, 0, 3, 3}));
+  EXPECT_NE(ErrorLog().find("First parameter must be"), std::string::npos);
+  EXPECT_NE(ErrorLog().find("#SETSPEECH User None;#BELL"), std::string::npos);
+  EXPECT_EQ(Run("#SETSPEECH all none"), "") << "ALL knows STOP only";
+  EXPECT_EQ(voices.SpeechType[4], 0);
+  // A wrong channel and a wrong setting are told both.
+  ClearErrorLog();
+  EXPECT_EQ(Run("#SETSPEECH User Loud"), "Parameter 2 must be either On, Off, Stop, None, Sapi, or ScreenReader ");
+  EXPECT_NE(ErrorLog().find("First parameter must be"), std::string::npos);
+}
+
+// ---- FIND ----
+
+constexpr const char* Window = "One x here\r\nTwo\r\nthree X there\r\nfour x";
+//                              position 5               24             38
+
+TEST_F(OutputCommandTest, FindInTheOutputGoesPlaceByPlace) {
+  Viewport().SetText(Window);
+  Effects();
+  const struct {
+    const char* Keywords;
+    int32 Caret;
+    const char* Line;
+  } steps[] = {
+      {"Output", 5, "One x here"},                   // first and forward by default
+      {"Next|Output", 24, "three X there"},          // case does not count
+      {"Output|Next|Forward", 38, "four x"},         //
+      {"First|Output|Reverse", 38, "four x"},        // from the end
+      {"Reverse|Next|Output", 24, "three X there"},  //
+      {"Next|Reverse|Output", 5, "One x here"},      //
+      {"|First|Forward|Output|", 5, "One x here"},   // empty words count for nothing
+  };
+  for (const auto& step : steps) {
+    EXPECT_EQ(Said("#FIND x {" + std::string(step.Keywords) + "}"), Lines()) << step.Keywords;
+    EXPECT_EQ(Viewport().SelStart(), step.Caret) << step.Keywords;
+    EXPECT_EQ(FoundLine(), step.Line) << step.Keywords;
+  }
+}
+
+TEST_F(OutputCommandTest, FindTellsWhenThereIsNothing) {
+  Viewport().SetText(Window);
+  Entry().SetText("look x");
+  Effects();
+  const std::pair<const char*, const char*> cases[] = {
+      {"zz {First|Output}", "Not found"},
+      {"zz {Next|Output}", "No more found."},
+      {"zz {Next|Reverse|Output}", "No more found."},
+      {"zz {First|Input}", "Not found"},
+      {"zz {Next|Input}", "Not found"},
+      {"zz {Reverse|Input}", "Not found"},
+      {"zz", "Not found"},
+  };
+  for (const auto& [parameters, words] : cases) {
+    script.SystemValues[sysvar::FOUNDLINE] = "old";
+    Viewport().SetSelStart(20);
+    Entry().SetSelStart(3);
+    EXPECT_EQ(Said("#FIND " + std::string(parameters)), Lines{"speech 1 " + std::string(words)}) << parameters;
+    EXPECT_EQ(FoundLine(), "") << parameters;
+    EXPECT_EQ(Viewport().SelStart(), 20);
+    EXPECT_EQ(Entry().SelStart(), 3);
+  }
+}
+
+TEST_F(OutputCommandTest, FindNextPassesOverWhatIsNearerThanSix) {
+  Viewport().SetText("x 3 x 7 x 1 x");  // at 1, 5, 9 and 13
+  Run("#FIND x Output");
+  Run("#FIND x {Next|Output}");
+  EXPECT_EQ(Viewport().SelStart(), 9) << "5 is nearer than six";
+  Run("#FIND x {Next|Output}");
+  EXPECT_EQ(Of("speech"), Lines{"1 No more found."}) << "and so is 13";
+  Run("#FIND x {First|Reverse|Output}");
+  Run("#FIND x {Next|Reverse|Output}");
+  EXPECT_EQ(Viewport().SelStart(), 5);
+  Run("#FIND x {Next|Reverse|Output}");
+  EXPECT_EQ(Of("speech"), Lines{"1 No more found."});
+  EXPECT_EQ(Viewport().SelStart(), 5);
+}
+
+TEST_F(OutputCommandTest, FindInTheEntryPutsTheCaretBeforeTheHit) {
+  Entry().SetText("get x\r\nlook at X\r\nsay x");
+  const struct {
+    const char* Keywords;
+    int32 Caret;
+    const char* Line;
+  } steps[] = {
+      {"", 4, "get x"},  // the entry has the focus
+      {"Next|Input", 15, "look at X"},
+      {"Next", 22, "say x"},
+      {"First|Reverse", 22, "say x"},
+      {"Next|Reverse", 15, "look at X"},
+      {"Reverse|Next", 4, "get x"},
+  };
+  for (const auto& step : steps) {
+    EXPECT_EQ(Said("#FIND x {" + std::string(step.Keywords) + "}"), Lines()) << step.Keywords;
+    EXPECT_EQ(Entry().SelStart(), step.Caret) << step.Keywords;
+    EXPECT_EQ(FoundLine(), step.Line) << step.Keywords;
+  }
+  EXPECT_EQ(Said("#FIND x {Reverse|Next}"), Lines{"speech 1 Not found"}) << "six before the start of the text";
+}
+
+TEST_F(OutputCommandTest, FindLooksInTheWindowThatHasTheFocus) {
+  Viewport().SetText("a cat");
+  Entry().SetText("the cat");
+  keyboard.OutputFocused = true;
+  Run("#FIND cat");
+  EXPECT_EQ(Viewport().SelStart(), 3);
+  EXPECT_EQ(Entry().SelStart(), 0);
+  AddVariable("what", "CAT");
+  Run("#FIND @what Input");
+  EXPECT_EQ(Entry().SelStart(), 4);
+  EXPECT_EQ(FoundLine(), "the cat");
+  EXPECT_EQ(Run("#FIND cat Output|Up"),
+            "The second parameter must include only the following: First, Next, Forward, Reverse, Output, or Input");
+  // Empty windows have nothing.
+  Viewport().SetText("");
+  Entry().SetText("");
+  for (const char* keywords :
+       {"Output", "Output|Reverse", "Input", "Input|Reverse", "Output|Next", "Input|Next|Reverse"}) {
+    Effects();
+    Run("#FIND {} " + std::string(keywords));
+    EXPECT_EQ(Of("speech").size(), 1u) << keywords;
+  }
+}
+
+// ---- WINDOW ----
+
+TEST_F(OutputCommandTest, WindowGoesToTheNamedBuffer) {
+  Loaded(4, "/data/newer/old.set");
+  Loaded(5, "/data/my-new-one.set");
+  Loaded(6, "/data/new.set");
+  const struct {
+    const char* Name;
+    int16 Buffer;
+  } cases[] = {{"errorlog", 2}, {"NewLines", 3}, {"new", 5}, {"NEW.SET", 6}, {"Entry", 1}, {"old", 4}};
+  for (const auto& at : cases) {
+    buffers.CurrentBuffer = at.Buffer == 2 ? 1 : 2;
+    EXPECT_EQ(Run("#WINDOW {" + std::string(at.Name) + "}"), "") << at.Name;
+    EXPECT_EQ(buffers.CurrentBuffer, at.Buffer) << at.Name;
+    EXPECT_EQ(Of("speech"), Lines{"5 " + scriptFiles.GetBufferName(at.Buffer) + " " +
+                                  Buffers::ShortName(buffers.BufferFile[at.Buffer])})
+        << at.Name;
+  }
+  EXPECT_EQ(Run("#WINDOW newer"), "Window newer not found") << "the folder does not count";
+  buffers.BufferFlags[5] = 0;
+  buffers.BufferFile[5].clear();
+  Run("#WINDOW new");
+  EXPECT_EQ(buffers.CurrentBuffer, 6) << "a free slot is no window";
+}
+
+TEST_F(OutputCommandTest, WindowMovesTheFocusOnlyWhereTold) {
+  memory.face.SetFocus(MainFocus::Output);
+  keyboard.OutputFocused = true;
+  memory.effects.Clear();
+  EXPECT_EQ(Run("#WINDOW errorlog"), "");
+  EXPECT_EQ(memory.face.Focus(), MainFocus::Output) << "another buffer is shown; the focus stays";
+  EXPECT_EQ(Run("#WINDOW errorlog"), "");
+  EXPECT_EQ(memory.face.Focus(), MainFocus::Entry) << "the one that is shown gets the focus";
+  keyboard.OutputFocused = false;
+  Effects();
+  EXPECT_EQ(Run("#WINDOW errorlog"), "");
+  EXPECT_EQ(Effects(), Lines());
+  EXPECT_EQ(Run("#WINDOW Output;#BELL"), "");
+  EXPECT_EQ(memory.face.Focus(), MainFocus::Output);
+  EXPECT_EQ(Of("beep"), Lines()) << "the line ends there";
+}
+
+// ---- AUTOMENU ----
+
+TEST_F(OutputCommandTest, AutoMenuSaysThatThereAreNoMenusYetAndKeepsThePath) {
+  EXPECT_EQ(Run("#AUTOMENU main"), "Corvid does not have its menus yet: MAIN");
+  EXPECT_EQ(control.AutoMenuPath, "");
+  EXPECT_EQ(Run("#AUTOMENU {Window|entry}"), "Corvid does not have its menus yet: WINDOW");
+  EXPECT_EQ(control.AutoMenuPath, "ENTRY");
+  EXPECT_EQ(Run("#AUTOMENU {Main|Tools|speech}"), "Corvid does not have its menus yet: MAIN");
+  EXPECT_EQ(control.AutoMenuPath, "TOOLS|SPEECH");
+  EXPECT_EQ(Run("#AUTOMENU {files|x}"), "Bad menu name: FILES");
+  EXPECT_EQ(Run("#AUTOMENU files"), "Bad menu name: FILES");
+}
+
+// ---- BELL, CLIPBOARD, QUIET, SYSKEY ----
+
+TEST_F(OutputCommandTest, BellBeeps) {
+  EXPECT_EQ(Said("#BELL"), Lines{"beep"});
+  EXPECT_EQ(Run("#BELL x"), "Wrong number of parameters");
+}
+
+TEST_F(OutputCommandTest, ClipboardTakesTheExpandedText) {
+  AddVariable("a", "deep");
+  EXPECT_EQ(Said("#CLIPBOARD {the @a well}"), Lines{"clipboard the deep well"});
+  EXPECT_EQ(memory.face.Clipboard, "the deep well");
+  EXPECT_EQ(Said("#SAY %CLIPBOARD NoDisplay"), Lines{"speech 1 the deep well\r\n"});
+}
+
+TEST_F(OutputCommandTest, QuietTakesTheCharactersAsTheyStand) {
+  AddVariable("a", "zz");
+  EXPECT_EQ(Said("#QUIET {*@a!}"), Lines());
+  EXPECT_EQ(options.QuietChars, (std::vector<int16>{'*', '@', 'a', '!'}));
+  EXPECT_EQ(Said("#QUIET -"), Lines());
+  EXPECT_EQ(options.QuietChars, std::vector<int16>{'-'});
+  EXPECT_EQ(Said("#QUIET {\xE2\x80\xA2}"), Lines());
+  EXPECT_EQ(options.QuietChars, std::vector<int16>{0x2022}) << "one character, however many bytes it takes";
+  EXPECT_EQ(Said("#QUIET {};#BELL"), Lines{"beep"});
+  EXPECT_TRUE(options.QuietChars.empty());
+  Run("#QUIET *");
+  EXPECT_EQ(Run("#QUIET"), "Wrong number of parameters");
+  EXPECT_EQ(options.QuietChars, std::vector<int16>{'*'}) << "a parameter left out is a slip";
+}
+
+TEST_F(OutputCommandTest, QuietCharactersAreNotSpokenOfWhatTheGameSends) {
+  MakeSession(0, "bob", true);
+  Run("#CONFIGURE RemoveAsciiArt 0");
+  Run("#QUIET {*\xE2\x80\xA2}");
+  Effects();
+  memory.sockets.Receive(0, "*news* \xE2\x80\xA2 \xE2\x80\x93\r\n");
+  EXPECT_EQ(Of("speech"), Lines{"1   news      \xE2\x80\x93\xE2\x80\x93"});
+}
+
+TEST_F(OutputCommandTest, SysKeyKnowsOneWord) {
+  Entry().SetText("typed");
+  EXPECT_EQ(Said("#SYSKEY Clear_line"), Lines());
+  EXPECT_EQ(Entry().Text(), "typed");
+  EXPECT_EQ(Run("#SYSKEY"), "Unknown Syskey parameter");
+  EXPECT_EQ(Run("#SYSKEY EXECUTE_LINE"), "Unknown Syskey parameter");
+  AddVariable("w", "CLEAR_LINE");
+  Effects();
+  EXPECT_EQ(Said("#SYSKEY @w"), Lines{});
+  EXPECT_EQ(Run("#SYSKEY other", option::CheckOnly), "Unknown Syskey parameter") << "checked too";
+  EXPECT_EQ(Run("#SYSKEY CLEAR_LINE", option::CheckOnly), "");
+}
+
+// ---- all of them ----
+
+TEST_F(OutputCommandTest, CheckingCarriesOutNothing) {
+  Entry().SetText("cat");
+  options.QuietChars = {'*'};
+  for (const char* line :
+       {"#SAY hi", "#SAY hi nonsense", "#SETSPEECH Output Off", "#SETSPEECH x y", "#SETSPEECH Output Sapi 1 2 3",
+        "#FIND cat", "#FIND cat nonsense", "#WINDOW errorlog", "#WINDOW nowhere", "#WINDOW output",
+        "#AUTOMENU {main|x}", "#AUTOMENU nonsense", "#BELL", "#CLIPBOARD x", "#QUIET x", "#SEND a.txt"}) {
+    EXPECT_EQ(Run(line, option::CheckOnly), "") << line;
+    EXPECT_EQ(Effects(), Lines()) << line;
+  }
+  EXPECT_EQ(Entry().SelStart(), 0);
+  EXPECT_EQ(buffers.CurrentBuffer, 1);
+  EXPECT_EQ(options.QuietChars, std::vector<int16>{'*'});
+  EXPECT_EQ(voices.ChannelMuted[3], 0);
+  EXPECT_EQ(control.AutoMenuPath, "");
+}
+
+TEST_F(OutputCommandTest, ParametersAreCountedInCheckModeToo) {
+  for (const char* line : {"#SAY",
+                           "#SAY a b c",
+                           "#SEND",
+                           "#SEND a b c d",
+                           "#SETSPEECH",
+                           "#SETSPEECH a",
+                           "#SETSPEECH a b c",
+                           "#SETSPEECH a b c d e f",
+                           "#FIND",
+                           "#FIND a b c",
+                           "#SYSKEY a b",
+                           "#WINDOW",
+                           "#WINDOW a b",
+                           "#AUTOMENU",
+                           "#AUTOMENU a b",
+                           "#BELL a",
+                           "#CLIPBOARD",
+                           "#CLIPBOARD a b",
+                           "#QUIET",
+                           "#QUIET a b"}) {
+    for (const int16 mode : {int16{0}, option::CheckOnly})
+      EXPECT_EQ(Run(line, mode), "Wrong number of parameters") << line;
+  }
+}
+
+}  // namespace corvid::test
