@@ -88,6 +88,17 @@ class RecordReader {
   std::size_t place_ = 0;
 };
 
+// False for what is no 16-bit number, be it by its exponent.
+bool ReadFlags(const std::string& text, int16& flags) {
+  if (!IsNumeric(text)) return false;
+  try {
+    flags = ToInt16(Val(text));
+    return true;
+  } catch (const Fault&) {
+    return false;
+  }
+}
+
 bool ReadRecord(RecordReader& reader, CharacterTable& table) {
   std::array<std::string, TextFields> texts;
   for (std::string& text : texts) {
@@ -95,8 +106,8 @@ bool ReadRecord(RecordReader& reader, CharacterTable& table) {
     if (!value || !reader.Comma()) return false;
     text = std::move(*value);
   }
-  const std::string flags = reader.Bare();
-  if (!IsNumeric(flags) || Val(flags) < INT16_MIN || Val(flags) > INT16_MAX) return false;
+  int16 flags = 0;
+  if (!ReadFlags(reader.Bare(), flags)) return false;
   const std::string date = reader.Comma() ? reader.Date() : "";
   if (!reader.LineEnd()) return false;
 
@@ -105,7 +116,7 @@ bool ReadRecord(RecordReader& reader, CharacterTable& table) {
                                                             &table.Port,    &table.CharacterName, &table.CharacterRef,
                                                             &table.Password};
   for (std::size_t i = 0; i < TextFields; ++i) (*columns[i])[row] = std::move(texts[i]);
-  table.CharFlags[row] = ToInt16(Val(flags));
+  table.CharFlags[row] = flags;
   table.LastConnected[row] = date;
   return true;
 }

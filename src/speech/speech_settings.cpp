@@ -37,10 +37,12 @@ constexpr std::array<SpeechChoice, 3> Choices{
 
 bool ReadNumber(const std::string& text, int16& number) {
   if (!IsNumeric(text)) return false;
-  const double value = Val(text);
-  if (value < INT16_MIN || value > INT16_MAX) return false;
-  number = ToInt16(value);
-  return true;
+  try {
+    number = ToInt16(Val(text));
+    return true;
+  } catch (const Fault&) {  // too large, be it by its exponent
+    return false;
+  }
 }
 
 }  // namespace

@@ -77,6 +77,7 @@ TEST_F(CharacterFileTest, RefusesARecordThatIsNone) {
                        "\"a\",\"b\"\r\n",
                        "\"a\",\"b\",\"c\",\"d\",\"e\",\"f\",\"g\",x,\"\"\r\n",
                        "\"a\",\"b\",\"c\",\"d\",\"e\",\"f\",\"g\",99999,\"\"\r\n",
+                       "\"a\",\"b\",\"c\",\"d\",\"e\",\"f\",\"g\",-32e761180",
                        "\"a\",\"b\",\"c\",\"d\",\"e\",\"f\",\"g\",1,\"\",\"more\"\r\n",
                        "\"never closed"};
   for (const char* text : bad) {

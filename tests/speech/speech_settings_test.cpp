@@ -51,6 +51,8 @@ TEST(SpeechFile, OfAnotherLayoutIsRefusedWhole) {
                         "11\r\n0,0,0,100,0,1,0,0,1,0\r\n" + DefaultText.substr(29),
                         "11\r\nx" + DefaultText.substr(5),
                         "11\r\n99999" + DefaultText.substr(5),
+                        "11\r\n3e999" + DefaultText.substr(5),
+                        "1e999" + DefaultText.substr(2),
                         std::string(500, '\0'),
                         "1\r\n2\r\n3\r\n"};
   for (const std::string& other : others) {

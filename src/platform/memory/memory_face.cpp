@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/memory/memory_face.h"
 
+#include "core/fault.h"
+
 namespace corvid {
 
 class MemoryFace::ViewportWatch : public TextObserver {
@@ -135,11 +137,21 @@ bool MemoryFace::AnswerDialog() {
   return true;
 }
 
+bool MemorySpeech::Lives() const {
+  if (Died == Death::Broken) throw Fault(FaultKind::Internal, "The voice has died");
+  return Died == Death::None;
+}
+
+void MemorySpeech::Purge(int16 voice) {
+  if (Lives()) effects_.Add("silence", std::to_string(voice));
+}
+
 void MemorySpeech::Speak(int16 voice, const std::string& text) {
-  effects_.Add("speech", std::to_string(voice) + " " + text);
+  if (Lives()) effects_.Add("speech", std::to_string(voice) + " " + text);
 }
 
 void MemorySpeech::Say(int16 channel, const std::string& text, bool interrupt) {
+  if (!Lives()) return;
   if (interrupt) effects_.Add("silence", std::to_string(channel));
   if (!text.empty()) effects_.Add("say", std::to_string(channel) + " " + text);
 }

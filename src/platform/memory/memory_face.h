@@ -92,7 +92,7 @@ class MemorySpeech : public SpeechEngine, public ScreenReader {
   std::string Problem() const override { return Works ? "" : "There is no voice in this test"; }
   std::vector<std::string> Voices() override { return VoiceNames; }
   void Speak(int16 voice, const std::string& text) override;
-  void Purge(int16 voice) override { effects_.Add("silence", std::to_string(voice)); }
+  void Purge(int16 voice) override;
   void SetVoice(int16 voice, int16 number) override { Set(voice).voice = number; }
   void SetRate(int16 voice, int16 rate) override { Set(voice).rate = rate; }
   void SetVolume(int16 voice, int16 volume) override { Set(voice).volume = volume; }
@@ -106,10 +106,15 @@ class MemorySpeech : public SpeechEngine, public ScreenReader {
   };
   VoiceSettings& Set(int16 voice) { return settings_.at(static_cast<std::size_t>(voice)); }
 
-  bool Works = true;
+  bool Works = true;  // false before the start: there is no voice
+  // Afterwards: Silent voices say nothing and tell nobody, Broken ones fail at each call.
+  enum class Death { None, Silent, Broken };
+  Death Died = Death::None;
   std::vector<std::string> VoiceNames{"Ann", "Ben", "Cem"};
 
  private:
+  bool Lives() const;
+
   EffectLog& effects_;
   std::array<VoiceSettings, 7> settings_;
 };

@@ -59,7 +59,7 @@ std::string MemoryFiles::Absolute(const std::string& path) const {
 
 void MemoryFiles::Ask(const std::string& operation, const std::string& path) const {
   const std::string reason = Fail ? Fail(operation, path) : std::string();
-  if (!reason.empty()) throw Fault(FaultKind::FileIo, path + ": " + reason);
+  if (!reason.empty()) throw Fault(FailKind, path + ": " + reason);
 }
 
 bool MemoryFiles::FileExists(const std::string& path) const {
@@ -80,6 +80,8 @@ void MemoryFiles::WriteWhole(const std::string& path, std::string_view bytes, Pr
   const std::string absolute = Absolute(path);
   Ask("write", absolute);
   if (!folders_.contains(Parent(absolute))) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
+  if (bytes.size() > Room) throw Fault(FaultKind::DiskFull, path + ": No space left on device");
+  Take(bytes.size());
   files_[absolute] = std::string(bytes);
   if (privacy == Privacy::Private) private_.insert(absolute);
 }
@@ -89,7 +91,12 @@ class MemoryFiles::Appender : public AppendFile {
   Appender(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
   void Write(std::string_view bytes) override {
     files_.Ask("append", path_);
-    files_.files_[path_] += bytes;
+    const auto file = files_.files_.find(path_);
+    if (file == files_.files_.end()) return;  // its folder has vanished: the system takes it and keeps nothing
+    const std::string_view fitting = bytes.substr(0, files_.Room);
+    file->second += fitting;
+    files_.Take(fitting.size());
+    if (fitting.size() < bytes.size()) throw Fault(FaultKind::DiskFull, path_ + ": No space left on device");
   }
   void Flush() override {}
 
@@ -136,6 +143,16 @@ std::vector<std::string> MemoryFiles::FolderNames(const std::string& folder) con
   DirectChildren(folders_, Absolute(folder), found);
   std::sort(found.begin(), found.end());
   return found;
+}
+
+void MemoryFiles::Take(std::size_t bytes) {
+  if (Room != std::string::npos) Room -= bytes;
+}
+
+void MemoryFiles::Vanish(const std::string& folder) {
+  const std::string absolute = Absolute(folder);
+  std::erase_if(files_, [&](const auto& file) { return file.first.starts_with(absolute + "/"); });
+  std::erase_if(folders_, [&](const auto& name) { return name == absolute || name.starts_with(absolute + "/"); });
 }
 
 void MemoryFiles::Put(const std::string& path, const std::string& bytes) {

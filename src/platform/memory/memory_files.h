@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "core/fault.h"
 #include "platform/files.h"
 
 namespace corvid {
@@ -28,6 +29,11 @@ class MemoryFiles : public Files {
   // Asked before each operation ("read", "write", "append", "remove", "copy", "folder") with the path; a non-empty
   // answer is the reason for which it fails, as a Fault of kind FileIo.
   std::function<std::string(const std::string& operation, const std::string& path)> Fail;
+  FaultKind FailKind = FaultKind::FileIo;  // kind of the Faults that Fail brings about
+  // Bytes that the disk still takes: a whole file either fits or is not written, a log takes what fits.
+  std::size_t Room = std::string::npos;
+  // The folder goes with all that is in it, as when a network drive is lost. A log that is open goes on into nothing.
+  void Vanish(const std::string& folder);
   bool IsPrivate(const std::string& path) const { return private_.contains(Absolute(path)); }
   // Puts a file there, with its folders, whatever Fail says.
   void Put(const std::string& path, const std::string& bytes);
@@ -35,6 +41,7 @@ class MemoryFiles : public Files {
  private:
   class Appender;
   void Ask(const std::string& operation, const std::string& path) const;
+  void Take(std::size_t bytes);
 
   std::map<std::string, std::string> files_;
   std::set<std::string> folders_{"/"};

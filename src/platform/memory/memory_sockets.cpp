@@ -80,6 +80,12 @@ int MemorySockets::Write(int16 Index, std::string_view bytes) {
     slot.lastError = 32;
     return -1;
   }
+  if (bytes.size() > WriteRoom) {
+    slot.lastError = 105;
+    return -1;
+  }
+  if (WriteRoom != std::string::npos) WriteRoom -= bytes.size();
+  if (HalfOpen) return static_cast<int>(bytes.size());
   slot.written += bytes;
   effects_.Add("wire", std::to_string(Index) + " " + std::string(bytes));
   return static_cast<int>(bytes.size());
@@ -93,6 +99,12 @@ void MemorySockets::Receive(int16 Index, std::string_view bytes) {
 void MemorySockets::CloseByPeer(int16 Index) {
   At(Index).connected = false;
   if (events_ != nullptr) events_->OnDisconnect(Index);
+}
+
+void MemorySockets::Reset(int16 Index, int error) {
+  At(Index).incoming.clear();
+  At(Index).lastError = error;
+  CloseByPeer(Index);
 }
 
 std::string MemorySockets::TakeWritten(int16 Index) {

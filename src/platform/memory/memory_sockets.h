@@ -33,11 +33,15 @@ class MemorySockets : public Sockets {
   int ConnectDelay = 0;                     // milliseconds until then
   int ConnectError = 0;                     // non-zero: Connect itself fails with this number
   bool FailWrites = false;
+  bool HalfOpen = false;                      // what is written is taken and arrives nowhere
+  std::size_t WriteRoom = std::string::npos;  // bytes that a server that reads nothing still lets through
   int DisconnectError = 0;
   bool FailCreate = false;  // Create is a Fault of kind Internal
   // Bytes from the server; the client's handler is called at once, as often as 4,096-byte reads are needed.
   void Receive(int16 Index, std::string_view bytes);
   void CloseByPeer(int16 Index);
+  // The connection breaks: what waits to be read is lost, and LastError tells the system's number.
+  void Reset(int16 Index, int error = 104);
   // All that was written to the slot's server since the last call.
   std::string TakeWritten(int16 Index);
   const std::string& Host(int16 Index) const { return At(Index).host; }
