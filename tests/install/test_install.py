@@ -40,9 +40,11 @@ class Installed(unittest.TestCase):
         for name in ("bin/corvid", "libexec/corvid/corvid-practice", "share/corvid/start.set", "share/corvid/corvidhelp.txt",
                      "share/applications/corvid.desktop"):
             self.assertTrue((self.prefix / name).is_file(), name)
-        shipped = {path.name for path in (TREE / "share" / "Sounds").glob("*.wav")}
-        installed = {path.name for path in (self.prefix / "share" / "corvid" / "Sounds").iterdir()}
-        self.assertEqual(shipped, installed)
+        self.assertTrue((self.prefix / "share/doc/corvid/language.md").is_file())
+        for folder, pattern in (("Sounds", "*.wav"), ("examples", "*.set")):
+            shipped = {path.name for path in (TREE / "share" / folder).glob(pattern)}
+            installed = {path.name for path in (self.prefix / "share" / "corvid" / folder).iterdir()}
+            self.assertEqual(shipped, installed)
 
     def test_version_and_help_need_nothing(self):
         project = re.search(r"project\(corvid VERSION ([0-9.]+)", (TREE / "CMakeLists.txt").read_text())
