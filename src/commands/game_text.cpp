@@ -3,6 +3,7 @@
 
 #include <exception>
 
+#include "commands/walks.h"
 #include "core/text.h"
 #include "core/utf8.h"
 #include "script/expansion.h"
@@ -16,7 +17,6 @@ namespace corvid {
 namespace {
 
 constexpr std::size_t RecordWarning = 10000;  // characters of a walk, from which on the player is warned
-constexpr int16 Recording = 2;                // of WalkState; Kept: a paused recording (6) takes no steps.
 
 bool NeedsExpansion(const std::string& text) {
   return text.find_first_of("@%") != std::string::npos;  // Kept: "@" whatever the variable character is.
@@ -97,16 +97,17 @@ int16 GameText::FindConnected(const std::string& reference) const {
 bool GameText::RunAlias(CommandCall& call) {
   if (house_.sessions.AliasEnabled[call.outchannel] == 0) return false;
   std::string_view name = call.P[1];
-  if (name.starts_with("..")) name.remove_prefix(1);  // a walk, backwards
+  const bool backwards = name.starts_with("..");
+  if (backwards) name.remove_prefix(1);
   if (name.empty()) return false;
   const int16 row = house_.symbols.FindAlias(name, call.owner, true);
   if (row == 0) return false;
-  if (name.front() == '.') {
-    call.fail("Walking is not built yet: " + call.P[1]);
-    return true;
-  }
   const std::string body = house_.script.AliasValues[row];
   const int16 definedIn = house_.script.AliasBuffers[row];
+  if (name.front() == '.') {
+    CallWalk(call, body, backwards, definedIn);  // PUMP: row is dead
+    return true;
+  }
   Parameters arguments;
   if (!AliasArguments(call, arguments)) return true;                                            // PUMP
   if (RunNested(call, body, arguments, call.outchannel, DepthBack::BeforeAborts)) return true;  // PUMP: row is dead
@@ -209,7 +210,8 @@ bool GameText::NotConnected(CommandCall& call, int16 session, const std::string&
 }
 
 void GameText::Record(int16 session, const std::string& text) {
-  if (house_.sessions.WalkState[session] != Recording) return;
+  // Kept: a paused recording takes no steps.
+  if (house_.sessions.WalkState[session] != walkstate::Recording) return;
   if (house_.sessions.WalkBuffer[session].size() > RecordWarning)
     house_.upcalls.speaker.SpeakOut("Record buffer filling", Incoming, 0);
   house_.sessions.WalkBuffer[session] += text + house_.options.CommandSeparator;

@@ -11,7 +11,17 @@ namespace handler {
 
 // Stands for a command whose family is not built yet, and says so with the command's name.
 void NotBuilt(CommandCall& call);
+
+void Direction(CommandCall& call);
+void EndRecord(CommandCall& call);
 void Erase(CommandCall& call);
+void Pause(CommandCall& call);
+void Record(CommandCall& call);
+void Stop(CommandCall& call);
+void UnPause(CommandCall& call);
+
+void Pick(CommandCall& call);
+void Prompt(CommandCall& call);
 
 void Configure(CommandCall& call);
 

@@ -12,10 +12,4 @@ void NotBuilt(CommandCall& call) {
   call.fail("Corvid does not have this command yet: " + name);
 }
 
-void Erase(CommandCall& call) {
-  // Kept: a parameter is refused with an empty text, not with the usual words.
-  if (call.count() > 0) return call.fail("");
-  NotBuilt(call);
-}
-
 }  // namespace corvid::handler

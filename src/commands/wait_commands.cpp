@@ -6,6 +6,7 @@
 #include "commands/command_call.h"
 #include "commands/control_state.h"
 #include "commands/handlers.h"
+#include "commands/walks.h"
 #include "core/number.h"
 #include "core/text.h"
 
@@ -87,7 +88,9 @@ void handler::Wait(CommandCall& call) {
 }
 
 void handler::Ok(CommandCall& call) {
-  if (!call.checkOnly()) call.house.control.OkFlag.at(static_cast<std::size_t>(call.outchannel)) = true;
+  if (call.checkOnly()) return;
+  call.house.control.OkFlag.at(static_cast<std::size_t>(call.outchannel)) = true;
+  WalkOn(call);
 }
 
 }  // namespace corvid

@@ -41,4 +41,11 @@ void AppendErrorLog(BufferState& buffers, const std::string& text) {
   buffers.BufferFlags[buffer::ErrorLog] = static_cast<int16>(buffers.BufferFlags[buffer::ErrorLog] | buffer::News);
 }
 
+void AppendNewLine(BufferState& buffers, const std::string& line) {
+  if (buffers.BufferCount < buffer::NewLines) return;
+  buffers.BufferText[buffer::NewLines] += line + "\r\n";
+  buffers.BufferFlags[buffer::NewLines] |= buffer::Modified;
+  if (buffers.CurrentBuffer == buffer::NewLines) buffers.EntryBox.Append(line + "\r\n");
+}
+
 }  // namespace corvid

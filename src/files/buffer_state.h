@@ -34,5 +34,7 @@ void ResizeBuffers(BufferState& buffers, int16 Buffer);
 // Adds text to the error log. A log over 30,000 characters keeps its last 20,000 first; the caret marks where the new
 // text begins and the buffer is marked as holding news.
 void AppendErrorLog(BufferState& buffers, const std::string& text);
+// Adds a line to New Lines, where a player finds what was defined by hand and takes it into a script.
+void AppendNewLine(BufferState& buffers, const std::string& line);
 
 }  // namespace corvid

@@ -69,8 +69,6 @@ void Symbols::RemoveTabWords(OwnerId ownedBy) {
 void Symbols::RemoveCommands(int16 BufferNumber) {
   for (int32 row = 1; row <= state_.TriggerCount; ++row)
     if (state_.Triggers[row].Buffer == BufferNumber) state_.Triggers[row].Pattern.clear();
-  for (int32 row = 1; row <= state_.AbbreviationCount; ++row)
-    if (state_.AbbreviationBuffers[row] == BufferNumber) state_.AbbreviationFrom[row].clear();
   for (int32 row = 1; row <= state_.AliasCount; ++row)
     if (state_.AliasBuffers[row] == BufferNumber) state_.AliasNames[row].clear();
   for (int32 row = 1; row <= state_.MacroCount; ++row)
@@ -80,8 +78,6 @@ void Symbols::RemoveCommands(int16 BufferNumber) {
 void Symbols::RemoveCharacter(OwnerId ownedBy) {
   for (int32 row = 1; row <= state_.TriggerCount; ++row)
     if (state_.Triggers[row].Owner == ownedBy) state_.Triggers[row].Pattern.clear();
-  for (int32 row = 1; row <= state_.AbbreviationCount; ++row)
-    if (state_.AbbreviationOwners[row] == ownedBy) state_.AbbreviationFrom[row].clear();
   for (int32 row = 1; row <= state_.AliasCount; ++row)
     if (state_.AliasOwners[row] == ownedBy) state_.AliasNames[row].clear();
   for (int32 row = 1; row <= state_.MacroCount; ++row)
@@ -95,7 +91,6 @@ void Symbols::CompressCommand(int32 WindowType) {
   if ((WindowType & windowtype::Triggers) != 0) CompressTriggers();
   if ((WindowType & windowtype::Keys) != 0) CompressKeys();
   if ((WindowType & windowtype::Aliases) != 0) CompressAliases();
-  if ((WindowType & windowtype::Abbreviations) != 0) CompressAbbreviations();
   if ((WindowType & windowtype::Variables) != 0) CompressVariables();
 }
 
@@ -129,17 +124,6 @@ void Symbols::CompressAliases() {
       });
   state_.AliasCount = static_cast<int16>(kept);
   resizeCommand(windowtype::Aliases, kept);
-}
-
-void Symbols::CompressAbbreviations() {
-  const int32 kept = PackRows(
-      state_.AbbreviationCount, [&](int32 row) { return state_.AbbreviationFrom[row].empty(); },
-      [&](int32 from, int32 to) {
-        MoveRow(from, to, state_.AbbreviationFrom, state_.AbbreviationTo, state_.AbbreviationClasses);
-        MoveRow(from, to, state_.AbbreviationBuffers, state_.AbbreviationOwners);
-      });
-  state_.AbbreviationCount = static_cast<int16>(kept);
-  resizeCommand(windowtype::Abbreviations, kept);
 }
 
 void Symbols::CompressVariables() {

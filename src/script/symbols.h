@@ -55,10 +55,10 @@ class Symbols {
                      std::string& ErrorDescription);
   void RemoveTabWords(OwnerId ownedBy);
   // These two blank rows only, by script buffer and by owner; call CompressCommand after them. Lookups pass over
-  // blanked rows meanwhile.
+  // blanked rows meanwhile. Directions stay: they belong to every walk, whoever told them.
   void RemoveCommands(int16 BufferNumber);
   void RemoveCharacter(OwnerId ownedBy);  // variables and tab words too; the latter are packed at once
-  // Closes the gaps of the tables that the bits of WindowType name.
+  // Closes the gaps of the tables that the bits of WindowType name. Directions have no gaps: nothing takes one away.
   void CompressCommand(int32 WindowType);
   void resizeCommand(int32 WindowType, int32 Size);  // makes Size the highest row of one table
 
@@ -69,7 +69,6 @@ class Symbols {
   void CompressTriggers();
   void CompressKeys();
   void CompressAliases();
-  void CompressAbbreviations();
   void CompressVariables();
   bool IsClassOn(std::string_view name, OwnerId Owner) const;
 

@@ -106,10 +106,7 @@ void TimerRoutines::RunEntryLine(const std::string& line) {
   int16 outchannel = CurrentSession;
   upcalls_.commands.ProcessCommand(line, options, ErrorDescription, rvar, outchannel);  // PUMP
   if (!ErrorDescription.empty() || Trim(line).substr(0, 1) != std::string(1, options_.CommandChar)) return;
-  if (buffers_.BufferCount < buffer::NewLines) return;
-  buffers_.BufferText[buffer::NewLines] += line + "\r\n";
-  buffers_.BufferFlags[buffer::NewLines] |= buffer::Modified;
-  if (buffers_.CurrentBuffer == buffer::NewLines) buffers_.EntryBox.Append(line + "\r\n");
+  AppendNewLine(buffers_, line);
 }
 
 TextModel& TimerRoutines::ReadText() {

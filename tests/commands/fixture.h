@@ -86,10 +86,13 @@ struct RecordingPrompter : Prompter {
     }
     return (flags & 15) == box::OkOnly ? box::ResultOk : box::ResultNo;
   }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
+  std::string TextPrompt(const std::string& prompt, const std::string& title, int16, const std::string&) override {
+    Log.Add("prompt", title + "|" + prompt);
+    return NextText();
+  }
   std::string PickList(const std::string& list) override {
     Log.Add("list", list);
-    return "";
+    return NextText();
   }
   bool ChooseFromList(const std::string&, const Lines&, int16&) override { return false; }
   std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
@@ -97,7 +100,14 @@ struct RecordingPrompter : Prompter {
                      const std::string&) override {}
   std::string PickDrive(const std::string&) override { return ""; }
   EffectLog& Log;
+  std::string NextText() {
+    if (Texts.empty()) return "";
+    std::string text = Texts.front();
+    Texts.pop_front();
+    return text;
+  }
   std::deque<int16> Answers;
+  std::deque<std::string> Texts;  // what a text prompt or a choice answers
   int16 LastFlags = 0;
 };
 

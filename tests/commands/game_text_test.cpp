@@ -194,13 +194,6 @@ TEST_F(GameTextTest, DotsThatAreNoWalkAreSentAsTyped) {
   EXPECT_EQ(Written(0), "...\r\n");
 }
 
-TEST_F(GameTextTest, AWalkSaysThatItIsNotThereYet) {
-  MakeSession(0, "bob", true);
-  AddAlias(".home", "n;s");
-  EXPECT_EQ(Run(".home"), "Walking is not built yet: .home");
-  EXPECT_EQ(Run("..home"), "Walking is not built yet: ..home");
-}
-
 TEST_F(GameTextTest, WithoutAConnectionAndANameTheTextIsKept) {
   EXPECT_EQ(Run("look"), "");
   EXPECT_EQ(Effects(), (Lines{"display 0 look\r\n", "speech 1 Not connected.", "beep"}));

@@ -96,28 +96,12 @@ TEST(Housekeeping, RemovesByOwnerAndPacksAll) {
     state.TabOwners[i] = owners[i - 1];
   }
   state.TabWords[4].clear();  // a free row from before
-  state.AbbreviationCount = 3;
-  script.symbols.resizeCommand(windowtype::Abbreviations, 3);
-  for (int32 i = 1; i <= 3; ++i) {
-    state.AbbreviationFrom[i] = words[i - 1];
-    state.AbbreviationTo[i] = words[i];
-    state.AbbreviationOwners[i] = owners[i - 1];
-    state.AbbreviationBuffers[i] = static_cast<int16>(i);
-  }
   script.symbols.RemoveCharacter(1);
   EXPECT_EQ(state.TabWordCount, 2);
   EXPECT_EQ(state.TabWords.UBound(), 2);
   EXPECT_EQ(state.TabWords[1], "bee");
   EXPECT_EQ(state.TabWords[2], "eel");
   EXPECT_EQ(state.TabOwners[2], 2);
-  script.symbols.CompressCommand(windowtype::All);
-  EXPECT_EQ(state.AbbreviationCount, 1);
-  EXPECT_EQ(state.AbbreviationFrom[1], "bee");
-  EXPECT_EQ(state.AbbreviationTo[1], "cat");
-  EXPECT_EQ(state.AbbreviationBuffers[1], 2);
-  script.symbols.RemoveCommands(2);
-  script.symbols.CompressCommand(windowtype::Abbreviations);
-  EXPECT_EQ(state.AbbreviationCount, 0);
 }
 
 // One definition of each kind for every pair of buffer 4 or 5 and owner 0, 1 or 2.
@@ -150,22 +134,24 @@ std::vector<int32> Counts(const ScriptState& state) {
           state.TriggerCount,  state.AbbreviationCount, state.TabWordCount};
 }
 
-TEST(Housekeeping, ABufferTakesItsFourKindsWithIt) {
+TEST(Housekeeping, ABufferTakesItsThreeKindsWithItAndLeavesDirections) {
   Script script;
   FillAllTables(script);
   script.symbols.RemoveCommands(4);
   EXPECT_EQ(Counts(script.state), (std::vector<int32>{6, 6, 6, 6, 6, 6})) << "rows are blanked, not taken out";
   script.symbols.CompressCommand(windowtype::All);
-  EXPECT_EQ(Counts(script.state), (std::vector<int32>{6, 3, 3, 3, 3, 6}));
+  EXPECT_EQ(Counts(script.state), (std::vector<int32>{6, 3, 3, 3, 6, 6}));
   EXPECT_EQ(script.state.MacroBuffers[1], 5);
+  for (int32 row = 1; row <= 6; ++row)
+    EXPECT_EQ(script.state.AbbreviationFrom[row], std::string(1, static_cast<char>('a' + row)));
 }
 
-TEST(Housekeeping, ACharacterTakesAllKindsWithIt) {
+TEST(Housekeeping, ACharacterTakesAllKindsWithItButDirections) {
   Script script;
   FillAllTables(script);
   script.symbols.RemoveCharacter(2);
   script.symbols.CompressCommand(windowtype::All);
-  EXPECT_EQ(Counts(script.state), (std::vector<int32>{4, 4, 4, 4, 4, 4}));
+  EXPECT_EQ(Counts(script.state), (std::vector<int32>{4, 4, 4, 4, 6, 4}));
   for (int32 row = 1; row <= 4; ++row) EXPECT_NE(script.state.AliasOwners[row], 2);
 }
 
@@ -174,7 +160,7 @@ TEST(Housekeeping, CompressingTouchesTheNamedTablesOnly) {
   FillAllTables(script);
   script.symbols.RemoveCommands(4);
   script.symbols.CompressCommand(windowtype::Keys | windowtype::Abbreviations);
-  EXPECT_EQ(Counts(script.state), (std::vector<int32>{6, 6, 3, 6, 3, 6}));
+  EXPECT_EQ(Counts(script.state), (std::vector<int32>{6, 6, 3, 6, 6, 6}));
   EXPECT_EQ(script.runner.Sorts, 0);
 }
 

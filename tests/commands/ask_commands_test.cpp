@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fixture.h"
+
+namespace corvid::test {
+
+class AskTest : public CommandTest {};
+
+TEST_F(AskTest, APromptPutsTheAnswerIntoAVariable) {
+  AddVariable("who", "Bob");
+  prompter.Texts = {"a raven"};
+  EXPECT_EQ(Run("#PROMPT pet {What does @who keep?}"), "");
+  EXPECT_EQ(Effects(), Lines{"prompt |What does Bob keep?"});
+  EXPECT_EQ(Variable("pet"), "a raven");
+  std::string value;
+  EXPECT_EQ(script.VariableDefaults[symbols.FindVariable("pet", value, 0)], "a raven");
+}
+
+TEST_F(AskTest, ARefusedPromptGivesAnEmptyValue) {
+  AddVariable("pet", "cat");
+  EXPECT_EQ(Run("#PROMPT pet {What now?}"), "");
+  EXPECT_EQ(Variable("pet"), "");
+}
+
+TEST_F(AskTest, APromptBelongsToTheCharacterOrToAll) {
+  MakeSession(1, "bob", true);
+  script.CurrentSocket = 1;
+  prompter.Texts = {"own", "all"};
+  Run("#PROMPT a {?}");
+  Run("#GPROMPT b {?}");
+  EXPECT_EQ(Variable("a", script.SocketOwner[1]), "own");
+  EXPECT_EQ(Variable("a", 0), "(none)");
+  EXPECT_EQ(Variable("b", 0), "all");
+}
+
+TEST_F(AskTest, APickedCommandRuns) {
+  AddVariable("pet", "cat");
+  prompter.Texts = {"#MATH a 5"};
+  EXPECT_EQ(Run("#PICK {P:Which?|five:#MATH a 5|@pet}"), "");
+  EXPECT_EQ(Of("list"), Lines{"P:Which?|five:#MATH a 5|cat"});
+  EXPECT_EQ(Variable("a"), "5");
+}
+
+TEST_F(AskTest, WhatIsPickedIsExpandedBeforeItRuns) {
+  AddVariable("n", "7");
+  prompter.Texts = {"#MATH a @n"};
+  Run("#PICK {x}");
+  EXPECT_EQ(Variable("a"), "7");
+  prompter.Texts = {"%LEFT(x)"};
+  EXPECT_NE(Run("#PICK {x}"), "");
+  EXPECT_FALSE(ErrorLog().empty());
+}
+
+TEST_F(AskTest, NothingPickedRunsNothing) {
+  EXPECT_EQ(Run("#PICK {a|b};#MATH after 1"), "");
+  EXPECT_EQ(Variable("after"), "1");
+}
+
+TEST_F(AskTest, AnErrorInWhatWasPickedIsTraced) {
+  prompter.Texts = {"#nosuch"};
+  EXPECT_EQ(Run("#PICK {a|b};#MATH after 1"), "Bad command #nosuch");
+  EXPECT_EQ(Variable("after"), "(none)");
+  EXPECT_NE(ErrorLog().find("traced back to line: #PICK {a|b}"), std::string::npos);
+}
+
+TEST_F(AskTest, AnAbortInWhatWasPickedEndsTheLineAndKeepsItsDepth) {
+  prompter.Texts = {"#ABORT"};
+  EXPECT_EQ(Run("#PICK {a|b};#MATH after 1"), "");
+  EXPECT_EQ(Variable("after"), "(none)");
+  EXPECT_EQ(script.CommandDepth, 2);
+  EXPECT_EQ(LastOptions & option::AbortBlock, 0);
+  prompter.Texts = {"#ABORT all"};
+  Run("#PICK {a|b}");
+  EXPECT_NE(LastOptions & option::AbortAll, 0);
+  prompter.Texts = {"#MATH a 1"};
+  Run("#PICK {a|b}");
+  EXPECT_EQ(script.CommandDepth, 1) << "given back";
+}
+
+TEST_F(AskTest, WrongCountsAndChecking) {
+  for (const char* line : {"#PICK", "#PICK a b", "#PROMPT a", "#PROMPT a b c"})
+    EXPECT_EQ(Run(line), "Wrong number of parameters") << line;
+  Effects();
+  for (const char* line : {"#PICK {a|b}", "#PROMPT a {?}"}) EXPECT_EQ(Run(line, option::CheckOnly), "") << line;
+  EXPECT_EQ(Effects(), Lines{});
+}
+
+}  // namespace corvid::test
