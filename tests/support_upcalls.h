@@ -91,4 +91,17 @@ class RecordingJobs : public TimerJobs {
   EffectLog& effects_;
 };
 
+// A player who answers nothing.
+class SilentPrompter : public Prompter {
+ public:
+  int16 MsgBox(const std::string&, int16, const std::string&) override { return 0; }
+  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
+  std::string PickList(const std::string&) override { return {}; }
+  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
+  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
+  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
+                     const std::string&) override {}
+  std::string PickDrive(const std::string&) override { return {}; }
+};
+
 }  // namespace corvid

@@ -45,6 +45,7 @@ Corvid::Corvid(const Platform& outside)
       prompts(dialog, speechState, platform, upcalls),
       speech(speechState, keyboardState, platform),
       speechSettings(speechState, optionsState, dialog, speech, platform, upcalls),
+      voiceKeys(speech, keyboardState, platform, upcalls),
       keyboard({scriptState, optionsState, bufferState, sessionState, speechState, keyboardState}, symbols, scanner,
                buffers, saving, timers, platform, upcalls),
       errors(bufferState, scriptState, optionsState, platform, upcalls),

@@ -27,6 +27,7 @@
 #include "sessions/timers.h"
 #include "speech/speech.h"
 #include "speech/speech_settings.h"
+#include "speech/voice_keys.h"
 
 namespace corvid {
 
@@ -89,6 +90,7 @@ class Corvid : public Screens {
   Prompts prompts;
   Speech speech;
   SpeechSettings speechSettings;
+  VoiceKeys voiceKeys;
   Keyboard keyboard;
   Errors errors;
   Alarms alarms;

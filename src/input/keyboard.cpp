@@ -68,9 +68,14 @@ void Keyboard::Form_KeyDown(int16 KeyCode, int16 Shift) {
     upcalls_.screens.quit(false);
     return;
   }
-  SaveNowAndThen();
+  if (!keys.KeysTaken) SaveNowAndThen();
   keys.LastKeyCode = KeyCode;
   keys.LastShift = Shift;
+  if (keys.KeysTaken) {
+    keys.SwallowKeyPress = true;
+    keys.TakenKeys.push_back({KeyCode, Shift});
+    return;
+  }
   if (KeyCode == keycode::Alt) keys.AltTabbed = false;
   InterruptSpeech();
   if (RunMacro(KeyCode, Shift) || BuiltInKey(KeyCode, Shift)) {
@@ -238,7 +243,7 @@ void Keyboard::Form_KeyUp(int16 KeyCode) {
   if (KeyCode == keycode::Tab && keys.LastShift == AltBit) keys.AltTabbed = true;
   if (KeyCode == keycode::Control && keys.LastKeyCode == keycode::Control && keys.LastShift == ControlBit)
     upcalls_.speaker.StopSpeakingAll();
-  if (KeyCode != keycode::Alt) return;
+  if (KeyCode != keycode::Alt || keys.KeysTaken) return;
   if (keys.AltTabbed) {
     keys.AltTabbed = false;
   } else if (keys.LastKeyCode == keycode::Alt && keys.LastShift == AltBit) {

@@ -3,15 +3,23 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/types.h"
 
 namespace corvid {
 
+struct KeyPress {
+  int16 KeyCode;
+  int16 Shift;
+};
+
 struct KeyboardState {
   bool SwallowKeyPress = false;
   int16 LastKeyCode = 0;
   int16 LastShift = 0;
+  bool KeysTaken = false;           // keys go to TakenKeys and have no other effect
+  std::vector<KeyPress> TakenKeys;  // oldest first
   bool AltTabbed = false;
   bool OutputFocused = false;
   bool EchoPrefix = false;  // set by ">>", cleared by "<<": typed lines go to the game unchanged

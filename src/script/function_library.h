@@ -43,11 +43,4 @@ class FunctionLibrary {
                                       std::string& ErrorDescription, OwnerId tempOwner, Expansion& expansion) = 0;
 };
 
-// Stands in while there are no functions: every call fails and tells so.
-class NoFunctions : public FunctionLibrary {
- public:
-  std::string ExecuteFunction(const std::string& functionName, FunctionArguments& parameter, int16 parameters,
-                              std::string& ErrorDescription, OwnerId tempOwner, Expansion& expansion) override;
-};
-
 }  // namespace corvid

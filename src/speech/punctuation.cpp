@@ -71,6 +71,15 @@ std::string Spoken(const PunctuationRow& row) {
   return std::string(row.Name.empty() ? row.Text : row.Name);
 }
 
+const PunctuationRow* RowOfKey(int16 KeyCode, int16 Shift) {
+  if (Shift != 0 && Shift != 1) return nullptr;
+  const int code = KeyCode + (Shift == 1 ? ShiftedKey : 0);
+  for (const PunctuationRow& row : Rows) {
+    if (row.KeyCode == code) return &row;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 std::span<const PunctuationRow> PunctuationTable() {
@@ -78,19 +87,21 @@ std::span<const PunctuationRow> PunctuationTable() {
 }
 
 std::string SpokenCharacter(std::string_view character) {
+  if (character.starts_with('\r') || character.starts_with('\n')) return "new line";
   for (const PunctuationRow& row : Rows) {
     if (row.Text == character) return Spoken(row);
   }
   return std::string(character);
 }
 
+std::string TypedCharacter(int16 KeyCode, int16 Shift) {
+  const PunctuationRow* row = RowOfKey(KeyCode, Shift);
+  return row == nullptr ? "" : std::string(row->Text);
+}
+
 std::string SayCharacter(int16 KeyCode, int16 Shift) {
-  if (Shift != 0 && Shift != 1) return "";
-  const int code = KeyCode + (Shift == 1 ? ShiftedKey : 0);
-  for (const PunctuationRow& row : Rows) {
-    if (row.KeyCode == code) return Spoken(row);
-  }
-  return "";
+  const PunctuationRow* row = RowOfKey(KeyCode, Shift);
+  return row == nullptr ? "" : Spoken(*row);
 }
 
 }  // namespace corvid

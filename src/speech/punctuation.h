@@ -19,8 +19,10 @@ struct PunctuationRow {
 inline constexpr int16 ShiftedKey = 1000;
 
 std::span<const PunctuationRow> PunctuationTable();
-// The spoken name of a character (one whole UTF-8 character), or the character itself.
+// The spoken name of a character (one whole UTF-8 character, or a line break), or the character itself.
 std::string SpokenCharacter(std::string_view character);
+// What a key types: Shift 0 or 1. Empty when the table has no such key.
+std::string TypedCharacter(int16 KeyCode, int16 Shift);
 // What a key types, as it is spoken: Shift 0 or 1. Empty when the table has no such key.
 std::string SayCharacter(int16 KeyCode, int16 Shift);
 

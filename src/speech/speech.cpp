@@ -2,6 +2,7 @@
 #include "speech/speech.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "core/fault.h"
@@ -13,7 +14,9 @@ namespace corvid {
 
 namespace {
 
-constexpr int SpellingPause = 400;  // milliseconds between characters
+constexpr int SpellingPause = 400;            // milliseconds between characters
+constexpr std::int64_t LongestNap = 1000000;  // milliseconds
+constexpr int16 ByTheChosenWay = -1;          // to Speak: the type given to TTSSetup
 constexpr int16 FirstVoice = Channel::Incoming;
 constexpr int16 LoudestVolume = 100;
 constexpr std::string_view StartProblem = "Error initializing screen reader or MS SAPI.";
@@ -30,6 +33,11 @@ std::size_t Slot(int16 window) {
 bool ReadByScreenReader(int16 type) {
   constexpr int16 alsoReader = 2, alsoReaderToo = 4;
   return type == speechtype::ScreenReader || type == alsoReader || type == alsoReaderToo;
+}
+
+// Bytes of what is spelled at once: a character, or a line break.
+std::size_t SpelledLength(std::string_view text, std::size_t place) {
+  return text.substr(place).starts_with("\r\n") ? 2 : CharLength(text, place);
 }
 
 template <typename Work>
@@ -177,12 +185,30 @@ void Speech::AdjustRate2(int16 Jump, int16& CurrentRate) {
   platform_.speechEngine.SetRate(Channel::Incoming, CurrentRate);
 }
 
-// ---- spelling ----
+// ---- saying it again, spelling, waiting ----
+
+void Speech::RepeatLastThingSpoken() {
+  Speak(speech_.LastSpoken, ByTheChosenWay, Channel::Incoming);
+}
+
+void Speech::SpellLastThingSpoken() {
+  const std::string kept = speech_.LastSpoken;
+  // The end of its line is no character that a player has heard.
+  const std::string text = kept.substr(0, kept.find_last_not_of("\r\n") + 1);
+  for (std::size_t place = 0; place < text.size();) {
+    const std::size_t length = SpelledLength(text, place);
+    StopSpeech();
+    Speak(SpokenCharacter(std::string_view(text).substr(place, length)), ByTheChosenWay, Channel::Incoming);
+    place += length;
+    if (WaitForKey(SpellingPause)) break;
+  }
+  speech_.LastSpoken = kept;
+}
 
 void Speech::SpellWord(const std::string& phrase, int16 WType) {
   const std::string kept = speech_.LastSpoken;
   for (std::size_t place = 0; place < phrase.size();) {
-    const std::size_t length = CharLength(phrase, place);
+    const std::size_t length = SpelledLength(phrase, place);
     StopSpeaking(WType);
     SpeakOut(SpokenCharacter(std::string_view(phrase).substr(place, length)), WType, 0);
     place += length;
@@ -191,20 +217,31 @@ void Speech::SpellWord(const std::string& phrase, int16 WType) {
   speech_.LastSpoken = kept;
 }
 
+void Speech::Waiter2(double secs) {
+  constexpr double longest = 1e9;  // seconds; more would not fit a count of milliseconds
+  PumpFor(std::llround(std::clamp(secs, 0.0, longest) * 1000), [] { return false; });
+}
+
 // True when a key was pressed, or the program ends, before the time was up.
 bool Speech::WaitForKey(int milliseconds) {
   const int16 before = keyboard_.LastKeyCode;
   keyboard_.LastKeyCode = 0;
+  if (!PumpFor(milliseconds, [this] { return keyboard_.LastKeyCode != 0; })) return true;
+  keyboard_.LastKeyCode = before;
+  return false;
+}
+
+// True when the whole time has passed before done, or the end of the program, came about. Counts on a clock that knows
+// no midnight.
+template <typename Done>
+bool Speech::PumpFor(std::int64_t milliseconds, Done&& done) {
   const std::int64_t end = platform_.clock.MonotonicMilliseconds() + milliseconds;
-  while (keyboard_.LastKeyCode == 0 && !platform_.events.Ending()) {
+  while (!done() && !platform_.events.Ending()) {
     const std::int64_t left = end - platform_.clock.MonotonicMilliseconds();
-    if (left <= 0) {
-      keyboard_.LastKeyCode = before;
-      return false;
-    }
-    platform_.events.WaitEvents(static_cast<int>(left));  // PUMP
+    if (left <= 0) return true;
+    platform_.events.WaitEvents(static_cast<int>(std::min(left, LongestNap)));  // PUMP
   }
-  return true;
+  return false;
 }
 
 }  // namespace corvid

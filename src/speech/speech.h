@@ -2,6 +2,7 @@
 // The six speech channels: each is silent, spoken by the player's screen reader, or by a voice of its own.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "core/types.h"
@@ -34,6 +35,7 @@ class Speech : public Speaker {
   void StopSpeaking(int16 window) override;  // one channel
   void StopSpeakingAll() override;           // the channels that the Control key may silence
 
+  int16 ChosenType() const { return type_; }
   // Chooses the type for texts without one and makes it ready. What cannot be made ready is told once on the screen and
   // not used; a later call tries again. Ends SpeakWhateverWorks.
   void TTSSetup(int16 TTSType);
@@ -50,9 +52,16 @@ class Speech : public Speaker {
   // Changes the rate of channel 1's voice by Jump, within its limits; CurrentRate receives it.
   void AdjustRate2(int16 Jump, int16& CurrentRate);
 
-  // Speaks a phrase character by character on a channel, 0.4 seconds apart; a key press ends it. LastSpoken stays.
-  // Pumps events between characters.
+  // Speaks a phrase character by character on a channel, a line break as one, 0.4 seconds apart; a key press ends it.
+  // LastSpoken stays. Pumps events between characters.
   void SpellWord(const std::string& phrase, int16 WType) override;
+  // What was spoken last, once more, on channel 1 in the way chosen.
+  void RepeatLastThingSpoken();
+  // The same character by character, 0.4 seconds for each; a key press ends it. LastSpoken stays. Pumps events.
+  void SpellLastThingSpoken();
+  // Lets secs seconds pass while the rest of the program runs, over midnight as at any other time. Ends with the
+  // program. Pumps events.
+  void Waiter2(double secs);
 
  private:
   bool EngineReady();  // these two tell the player when it does not work; the next two do not
@@ -62,6 +71,8 @@ class Speech : public Speaker {
   int16 EffectiveType(int16 type);
   void TellProblem(const std::string& problem);
   bool WaitForKey(int milliseconds);
+  template <typename Done>
+  bool PumpFor(std::int64_t milliseconds, Done&& done);
 
   enum class Readiness { Untried, Ready, Failed };
 

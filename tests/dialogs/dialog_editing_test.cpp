@@ -63,16 +63,7 @@ class DialogEditingTest : public testing::Test {
   RecordingScreens screens{memory.effects};
   RecordingRunner runner{memory.effects};
   HeldJobs jobs;
-  struct NoPrompter : Prompter {
-    int16 MsgBox(const std::string&, int16, const std::string&) override { return 0; }
-    std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
-    std::string PickList(const std::string&) override { return {}; }
-    bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-    std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
-    void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                       const std::string&) override {}
-    std::string PickDrive(const std::string&) override { return {}; }
-  } unused;
+  SilentPrompter unused;
   Upcalls upcalls{runner, errors, speaker, unused, screens, jobs};
   SpeechState speech;
   GenDialog dialog{platform, upcalls, speech};

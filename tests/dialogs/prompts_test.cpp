@@ -11,17 +11,6 @@
 namespace corvid {
 namespace {
 
-struct NoPrompter : Prompter {
-  int16 MsgBox(const std::string&, int16, const std::string&) override { return 0; }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
-  std::string PickList(const std::string&) override { return {}; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return {}; }
-};
-
 class PromptsTest : public testing::Test {
  protected:
   MemoryPlatform memory;
@@ -31,7 +20,7 @@ class PromptsTest : public testing::Test {
   RecordingScreens screens{memory.effects};
   RecordingRunner runner{memory.effects};
   RecordingJobs jobs{memory.effects};
-  NoPrompter unused;
+  SilentPrompter unused;
   Upcalls upcalls{runner, errors, speaker, unused, screens, jobs};
   SpeechState speech;
   GenDialog dialog{platform, upcalls, speech};

@@ -22,18 +22,11 @@ class QuickConnectTest : public testing::Test {
   RecordingJobs jobs{memory.effects};
   SpeechState speech;
   // The prompts answer their own upcalls: a question of the dialog is a dialog too.
-  struct Questions : Prompter {
+  struct Questions : SilentPrompter {
     Prompts* real = nullptr;
     int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
       return real->MsgBox(text, flags, title);
     }
-    std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
-    std::string PickList(const std::string&) override { return {}; }
-    bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-    std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
-    void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                       const std::string&) override {}
-    std::string PickDrive(const std::string&) override { return {}; }
   } questions;
   Upcalls upcalls{runner, errors, speaker, questions, screens, jobs};
   OptionsState options;

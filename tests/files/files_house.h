@@ -15,10 +15,10 @@
 #include "files/user_folder.h"
 #include "platform/memory/memory_platform.h"
 #include "script/expansion.h"
-#include "script/function_library.h"
 #include "script/parsed_command.h"
 #include "script/scanner.h"
 #include "script/symbols.h"
+#include "support_functions.h"
 #include "support_upcalls.h"
 
 namespace corvid::testing_files {

@@ -259,6 +259,31 @@ TEST_F(KeyboardTest, AFaultCostsThatKeyOnly) {
   EXPECT_EQ(keyboard.EntryLine, "look");
 }
 
+TEST_F(KeyboardTest, KeysThatAreTakenDoNothingElse) {
+  Macro(keycode::F1, 0, "boom");
+  speech.TypingEcho[Channel::Entry] = 1;
+  Entry().SetText("one\r\ntwo");
+  keyboard.KeysTaken = true;
+  Press(keycode::F1);
+  Press(keycode::Down);
+  Stroke("x");
+  Stroke("\r");
+  Press(keycode::Alt, AltBit);
+  EXPECT_EQ(Of("command"), Texts{});
+  EXPECT_EQ(Of("spelled"), Texts{});
+  EXPECT_EQ(Of("spoken"), Texts{});
+  EXPECT_EQ(Entry().Text(), "one\r\ntwo");
+  EXPECT_EQ(Entry().SelStart(), 0);
+  std::vector<int16> codes;
+  for (const KeyPress& key : keyboard.TakenKeys) codes.push_back(key.KeyCode);
+  EXPECT_EQ(codes, (std::vector<int16>{keycode::F1, keycode::Down, 'Z', keycode::Enter, keycode::Alt}));
+  EXPECT_EQ(keyboard.LastKeyCode, keycode::Alt);
+  Press(keycode::Control, ControlBit);
+  EXPECT_EQ(Of("stop"), Texts{"control"}) << "Control is silence here too";
+  Down(keycode::F4, AltBit);
+  EXPECT_EQ(Of("quit"), Texts{"asked"});
+}
+
 TEST_F(KeyboardTest, ClosingTheWindowAsksWhileTheGameIsConnected) {
   EXPECT_TRUE(keys.CloseRequested());
   Online("bob");

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes.h"
-#include "script/function_library.h"
+#include "support_functions.h"
 
 namespace corvid {
 namespace {

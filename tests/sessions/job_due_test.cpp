@@ -17,16 +17,7 @@ TEST(TimersJobDue, TheJobOfAKeyCountsAndTheOneOfTheStartDoesNot) {
   RecordingScreens screens{memory.effects};
   RecordingRunner runner{memory.effects};
   RecordingJobs jobs{memory.effects};
-  struct Silent : Prompter {
-    int16 MsgBox(const std::string&, int16, const std::string&) override { return 0; }
-    std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
-    std::string PickList(const std::string&) override { return {}; }
-    bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-    std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
-    void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                       const std::string&) override {}
-    std::string PickDrive(const std::string&) override { return {}; }
-  } silent;
+  SilentPrompter silent;
   Upcalls upcalls{runner, errors, speaker, silent, screens, jobs};
   ScriptState script;
   OptionsState options;

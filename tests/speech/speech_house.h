@@ -7,6 +7,7 @@
 #include "platform/memory/memory_platform.h"
 #include "speech/speech.h"
 #include "speech/speech_settings.h"
+#include "speech/voice_keys.h"
 #include "support_upcalls.h"
 
 namespace corvid::testing_speech {
@@ -40,22 +41,16 @@ struct SpeechHouse {
   RecordingScreens screens{mem.effects};
   RecordingJobs jobs{mem.effects};
   // The prompter is a reference that the table of calls needs before the dialogs exist.
-  struct Relay : Prompter {
+  struct Relay : SilentPrompter {
     Prompts* to = nullptr;
     int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
       return to->MsgBox(text, flags, title);
     }
-    std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
-    std::string PickList(const std::string&) override { return ""; }
-    bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-    std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
-    void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                       const std::string&) override {}
-    std::string PickDrive(const std::string&) override { return ""; }
   } relay;
   Upcalls upcalls{runner, errors, speech, relay, screens, jobs};
   GenDialog dialog{platform, upcalls, state};
   Prompts prompts{dialog, state, platform, upcalls};
+  VoiceKeys voiceKeys{speech, keyboard, platform, upcalls};
   SpeechSettings settings{state, options, dialog, speech, platform, upcalls};
   bool related = (relay.to = &prompts) != nullptr;
 };

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Stand-in for the function library, for tests of what calls it.
+#pragma once
+
+#include <string>
+
+#include "script/function_library.h"
+
+namespace corvid {
+
+// Every call fails and tells so.
+class NoFunctions : public FunctionLibrary {
+ public:
+  std::string ExecuteFunction(const std::string& functionName, FunctionArguments&, int16, std::string& ErrorDescription,
+                              OwnerId, Expansion&) override {
+    ErrorDescription = "Functions are not built yet: " + functionName;
+    return "";
+  }
+};
+
+}  // namespace corvid
