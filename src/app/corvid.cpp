@@ -5,16 +5,6 @@
 
 namespace corvid {
 
-namespace {
-
-// Scripts cannot open data files yet, so each of the ten is at its end.
-bool NoFileIsOpen(int32 number) {
-  if (number < 1 || number > 10) throw Fault(FaultKind::Index, "There is no such file number");
-  return true;
-}
-
-}  // namespace
-
 #ifdef CORVID_STRESS
 Corvid::Corvid(const Platform& outside)
     : movingLoop_(outside.events, scriptState),
@@ -26,10 +16,12 @@ Corvid::Corvid(const Platform& outside)
     : platform(outside),
 #endif
       upcalls{switchboard_, switchboard_, switchboard_, switchboard_, *this, switchboard_},
+      dataFiles(scriptFileState, optionsState, platform.files),
       symbols(scriptState, switchboard_),
       scanner(scriptState, optionsState, symbols, switchboard_, switchboard_),
       expressions(optionsState),
-      functions({scriptState, symbols, expressions, sessionState, platform.sockets, switchboard_, NoFileIsOpen}),
+      functions({scriptState, symbols, expressions, sessionState, platform.sockets, switchboard_,
+                 [this](int32 number) { return dataFiles.AtEnd(number); }}),
       expansion(scriptState, optionsState, symbols, functions, [this] { return platform.face.ClipboardText(); }),
       buffers(bufferState, scriptState, optionsState, symbols, scanner, platform, upcalls),
       saving(scriptState, sessionState, bufferState, optionsState, buffers, platform, upcalls),
@@ -52,7 +44,7 @@ Corvid::Corvid(const Platform& outside)
       alarms(controlState, scriptState, platform, upcalls),
       house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState, symbols,
              scanner,     expansion,    expressions, buffers,      sessions,      output,       logs,
-             alarms,      platform,     upcalls,     speechState,  speech},
+             alarms,      dataFiles,    platform,    upcalls,      speechState,   speech},
       dispatcher(house_),
       start({scriptState, optionsState, bufferState, sessionState, speechState, symbols, buffers, saving, userFolder,
              characters, output, logs, sessions, speechSettings, platform, upcalls}) {

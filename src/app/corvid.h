@@ -10,8 +10,10 @@
 #include "app/switchboard.h"
 #include "commands/alarms.h"
 #include "commands/control_state.h"
+#include "commands/data_files.h"
 #include "commands/dispatcher.h"
 #include "commands/errors.h"
+#include "commands/script_file_state.h"
 #include "dialogs/gen_dialog.h"
 #include "dialogs/prompts.h"
 #include "files/buffers.h"
@@ -63,6 +65,7 @@ class Corvid : public Screens {
   SpeechState speechState;
   KeyboardState keyboardState;
   ControlState controlState;
+  ScriptFileState scriptFileState;
 
  private:
   Switchboard switchboard_;
@@ -71,6 +74,7 @@ class Corvid : public Screens {
   Upcalls upcalls;
 
   // --- routines, in floor order ---
+  DataFiles dataFiles;  // the function library asks it too
   Symbols symbols;
   Scanner scanner;
   ExpressionEvaluator expressions;

@@ -22,6 +22,7 @@ namespace corvid {
 
 class Alarms;
 class Buffers;
+class DataFiles;
 class Expansion;
 class ExpressionEvaluator;
 class Logs;
@@ -50,6 +51,7 @@ struct CommandHouse {
   OutputWindows& windows;
   Logs& logs;
   Alarms& alarms;
+  DataFiles& dataFiles;
   Platform& platform;
   Upcalls& upcalls;
   SpeechState& speechSettings;

@@ -34,18 +34,18 @@ constexpr std::array commandRows{
     CommandRow{CD, "CHARACTER", 0, 1, handler::Character},
     CommandRow{CD, "CLASS", 0, 2, handler::Class},
     CommandRow{CD, "CLIPBOARD", 1, 1, handler::Clipboard},
-    CommandRow{CD, "CLOSE", 1, 1, handler::NotBuilt},
+    CommandRow{CD, "CLOSE", 1, 1, handler::CloseFile},
     CommandRow{CD, "CONFIGURE", 2, 2, handler::Configure},
     CommandRow{CD, "CONNECT", 0, 1, handler::Connect},
     CommandRow{CD, "DELCLASS", 1, 1, handler::DelClass},
-    CommandRow{CD, "DELFILE", 1, 2, handler::NotBuilt},
+    CommandRow{CD, "DELFILE", 1, 2, handler::DelFile},
     CommandRow{CD, "DIRECTION", 1, 2, handler::Direction},
 
     CommandRow{EF, "EDIT", 1, 1, handler::Edit},
     CommandRow{EF, "ENDRECORD", 1, 2, handler::EndRecord},
     CommandRow{EF, "ERASE", 0, AnyCount, handler::Erase},  // it answers a parameter with words of its own: none
     CommandRow{EF, "EXECUTE", 1, 2, handler::Execute},
-    CommandRow{EF, "FILE", 2, 3, handler::NotBuilt},
+    CommandRow{EF, "FILE", 2, 3, handler::File},
     CommandRow{EF, "FIND", 1, 2, handler::Find},
     CommandRow{EF, "FORALL", 2, 2, handler::ForAll},
 
@@ -71,7 +71,7 @@ constexpr std::array commandRows{
     CommandRow{PQR, "PROMPT", 2, 2, handler::Prompt},
     CommandRow{PQR, "QUIET", 0, 1, handler::Quiet},  // "{}" at the end of a line counts as no parameter
     CommandRow{PQR, "QUIT", 0, 0, handler::Quit},
-    CommandRow{PQR, "READ", 2, 3, handler::NotBuilt},
+    CommandRow{PQR, "READ", 2, 3, handler::Read},
     CommandRow{PQR, "RECORD", 0, 0, handler::Record},
     CommandRow{PQR, "RELOAD", 0, 1, handler::Reload},
     CommandRow{PQR, "RESET", 0, 1, handler::Reset},
@@ -103,7 +103,7 @@ constexpr std::array commandRows{
     CommandRow{VZ, "WHILE", 2, 2, handler::While},
     CommandRow{VZ, "WAIT", 1, 2, handler::Wait},
     CommandRow{VZ, "WINDOW", 1, 1, handler::Window},
-    CommandRow{VZ, "WRITE", 2, 3, handler::NotBuilt},
+    CommandRow{VZ, "WRITE", 2, 3, handler::Write},
     CommandRow{VZ, "", 0, 1, handler::Repeat},
 };
 

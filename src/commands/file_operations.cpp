@@ -5,6 +5,7 @@
 
 #include "core/text.h"
 #include "files/buffers.h"
+#include "files/line_reader.h"
 
 namespace corvid {
 
@@ -17,16 +18,39 @@ bool HasPath(const std::string& name) {
 }  // namespace
 
 void FileOperations::Run(std::string_view OpType, const std::string& FileSpec2, std::string& ErrorDescription,
-                         const std::string& param1, int16& outchannel) {
+                         const std::string& param1, const std::string& param2, int16& outchannel) {
   if (outchannel == CurrentSession) outchannel = house_.script.CurrentSocket;
+  if (OpType == fileoperation::New && IsNew(FileSpec2)) return ShowNew(FileSpec2);  // PUMP
   std::string path = Locate(FileSpec2, ErrorDescription, outchannel);
   if (!ErrorDescription.empty()) return;
   try {
     path = house_.platform.files.Absolute(path);
-    Carry(OpType, path, !SameText(param1, "NOREMOVE"), outchannel);
+    if (OpType == fileoperation::Send) {
+      SendLines(path, ErrorDescription, param1, param2, outchannel);  // PUMP
+    } else if (OpType == fileoperation::Edit) {
+      house_.platform.face.StartProgram(house_.options.Editor, path);
+    } else if (OpType != fileoperation::New) {
+      LoadOrUnload(OpType, path, !SameText(param1, "NOREMOVE"), outchannel);  // PUMP
+    }
   } catch (const std::exception& fault) {
-    ErrorDescription = "General error in file operation using " + path + ", with error " + fault.what();
+    ErrorDescription = "General error in file operation using " + path + " with error " + fault.what();
   }
+}
+
+// In the user data folder, where a new file without a path would lie.
+bool FileOperations::IsNew(const std::string& name) const {
+  return !name.empty() &&
+         !house_.platform.files.FileExists(HasPath(name) ? name : house_.options.UserDataFolder + name);
+}
+
+void FileOperations::ShowNew(const std::string& name) {
+  const std::string& home = house_.options.UserDataFolder;
+  const std::string path = house_.platform.files.Absolute(HasPath(name) ? name : home + name);
+  const int16 number = house_.scriptFiles.OpenBuffers(path, buffer::Script);  // PUMP
+  if (number < buffer::FirstScript) return;
+  int16& flags = house_.buffers.BufferFlags[number];
+  flags = static_cast<int16>(flags | buffer::News);
+  house_.scriptFiles.MoveBuffers(number);
 }
 
 std::string FileOperations::Locate(const std::string& name, std::string& ErrorDescription, int16 session) const {
@@ -44,10 +68,23 @@ std::string FileOperations::Locate(const std::string& name, std::string& ErrorDe
   return "";
 }
 
-void FileOperations::Carry(std::string_view OpType, const std::string& path, bool remove, int16& outchannel) {
-  if (OpType == fileoperation::Edit) return house_.platform.face.StartProgram(house_.options.Editor, path);
+// Kept: the lines count from depth 0 and belong to no script file, whatever runs around them.
+void FileOperations::SendLines(const std::string& path, std::string& ErrorDescription, const std::string& before,
+                               const std::string& behind, int16& outchannel) {
+  LineReader lines(house_.platform.files.OpenRead(path));
+  while (ErrorDescription.empty() && !house_.platform.events.Ending() && !lines.AtEnd()) {
+    const std::string line = std::string(1, house_.options.PassThruChar) + before + lines.Next() + behind;
+    house_.script.DefiningBuffer = 0;
+    house_.script.CommandDepth = 0;
+    int16 options = 0;
+    Parameters none;
+    house_.upcalls.commands.ProcessCommand(line, options, ErrorDescription, none, outchannel);  // PUMP
+  }
+}
+
+void FileOperations::LoadOrUnload(std::string_view OpType, const std::string& path, bool remove, int16& outchannel) {
   int16 closed = 0;
-  if (remove && !RemoveLoaded(path, closed)) return;
+  if (remove && !RemoveLoaded(path, closed)) return;  // PUMP
   if (OpType == fileoperation::Load) {
     house_.scriptFiles.LoadSet(path, 0, outchannel);
   } else if (OpType == fileoperation::Check) {
@@ -64,9 +101,7 @@ bool FileOperations::RemoveLoaded(const std::string& path, int16& buffer) {
     buffer = 0;
     return true;
   }
-  if (!house_.scriptFiles.CloseBuffer(buffer)) return false;
-  house_.buffers.BufferFile[buffer].clear();
-  return true;
+  return house_.scriptFiles.CloseBuffer(buffer);  // PUMP; it clears the slot's name too
 }
 
 }  // namespace corvid

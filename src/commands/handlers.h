@@ -70,6 +70,12 @@ void Until(CommandCall& call);
 void Wait(CommandCall& call);
 void While(CommandCall& call);
 
+void CloseFile(CommandCall& call);
+void DelFile(CommandCall& call);
+void File(CommandCall& call);
+void Read(CommandCall& call);
+void Write(CommandCall& call);
+
 void Character(CommandCall& call);
 void Connect(CommandCall& call);
 void Edit(CommandCall& call);

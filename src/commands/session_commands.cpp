@@ -37,7 +37,7 @@ bool ReadLoadKeywords(CommandCall& call, LoadKeywords& keywords) {
 
 void FileCommand(CommandCall& call, std::string_view operation) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
-  FileOperations(call.house).Run(operation, call.P[2], call.ErrorDescription, "", call.outchannel);  // PUMP
+  FileOperations(call.house).Run(operation, call.P[2], call.ErrorDescription, "", "", call.outchannel);  // PUMP
   if (!call.ErrorDescription.empty()) call.next = Flow::Report;
 }
 
@@ -69,7 +69,7 @@ void handler::Load(CommandCall& call) {
   const int16 defining = call.house.script.DefiningBuffer;
   FileOperations(call.house)
       .Run(keywords.NoExecute ? fileoperation::Check : fileoperation::Load, call.P[2], call.ErrorDescription,
-           keywords.NoRemove ? "NoRemove" : "", call.outchannel);  // PUMP
+           keywords.NoRemove ? "NoRemove" : "", "", call.outchannel);  // PUMP
   call.house.script.DefiningBuffer = defining;
   // Kept: a failed check is not reported, its text goes on to the caller.
   if (!call.ErrorDescription.empty() && !keywords.NoExecute) call.next = Flow::Report;

@@ -4,6 +4,8 @@
 // PathNotFound, Permission, DiskFull, FileIo) whose text names the file and the system's reason.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,12 +17,33 @@ namespace corvid {
 
 enum class Privacy { Shared, Private };  // Private files have mode 0600
 
-// A log that stays open. Close or destruction writes what is buffered.
+// A file that grows at its end and stays open. Destruction writes what is buffered.
 class AppendFile {
  public:
   virtual ~AppendFile() = default;
   virtual void Write(std::string_view bytes) = 0;  // Fault when the disk refuses; may buffer until Flush
+  // Writes what is buffered, whole or not at all. What the disk refuses is dropped.
   virtual void Flush() = 0;
+};
+
+// A file that is read from its beginning on. Reading goes on where it ended: what is added to the file meanwhile is
+// seen.
+class ReadFile {
+ public:
+  virtual ~ReadFile() = default;
+  virtual std::string Read(std::size_t most) = 0;  // the next bytes, at most so many; empty at the end
+};
+
+// A file that is read and written at any place, counted in bytes from 0.
+class RandomFile {
+ public:
+  virtual ~RandomFile() = default;
+  virtual std::int64_t Size() const = 0;
+  virtual std::string ReadAt(std::int64_t place,
+                             std::size_t count) const = 0;  // fewer bytes at the end, none behind it
+  // Written when it returns; a gap between the end and place reads as zeros. A write behind the end that the disk
+  // refuses leaves the file as long as it was.
+  virtual void WriteAt(std::int64_t place, std::string_view bytes) = 0;
 };
 
 class Files {
@@ -32,6 +55,10 @@ class Files {
   // Replaces the file whole: written beside, flushed to the disk, renamed. After a failure the old file is as it was.
   virtual void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) = 0;
   virtual std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) = 0;
+  // Ordinary files only: a device or a pipe of that name is a Fault of kind BadFile.
+  virtual std::unique_ptr<ReadFile> OpenRead(const std::string& path) const = 0;
+  // Makes the file if there is none. One that may only be read opens all the same, and refuses what is written.
+  virtual std::unique_ptr<RandomFile> OpenRandom(const std::string& path) = 0;
   virtual void Remove(const std::string& path) = 0;
   virtual void Copy(const std::string& from, const std::string& to) = 0;            // overwrites
   virtual void CreateFolder(const std::string& path) = 0;                           // parents too; existing is no error

@@ -11,8 +11,10 @@
 #include "commands/alarms.h"
 #include "commands/command_call.h"
 #include "commands/control_state.h"
+#include "commands/data_files.h"
 #include "commands/dispatcher.h"
 #include "commands/errors.h"
+#include "commands/script_file_state.h"
 #include "core/text.h"
 #include "files/buffers.h"
 #include "files/option_rows.h"
@@ -230,6 +232,7 @@ class CommandTest : public ::testing::Test {
   KeyboardState keyboard;
   ControlState control;
   SpeechState voices;
+  ScriptFileState scriptFileState;
   Platform platform = memory.All();
   LateRunner runner;
   LateErrors lateErrors;
@@ -241,7 +244,9 @@ class CommandTest : public ::testing::Test {
   Symbols symbols{script, runner};
   Scanner scanner{script, options, symbols, runner, lateErrors};
   ExpressionEvaluator expressions{options};
-  Functions functions{{script, symbols, expressions, sessions, platform.sockets, prompter, [](int32) { return true; }}};
+  DataFiles dataFiles{scriptFileState, options, platform.files};
+  Functions functions{{script, symbols, expressions, sessions, platform.sockets, prompter,
+                       [this](int32 number) { return dataFiles.AtEnd(number); }}};
   Expansion expansion{script, options, symbols, functions, [this] { return memory.face.ClipboardText(); }};
   Buffers scriptFiles{buffers, script, options, symbols, scanner, platform, upcalls};
   Saving saving{script, sessions, buffers, options, scriptFiles, platform, upcalls};
@@ -257,7 +262,7 @@ class CommandTest : public ::testing::Test {
   Alarms alarms{control, script, platform, upcalls};
   CommandHouse house{script,  options,   buffers,     sessions,    keyboard,        control, symbols,
                      scanner, expansion, expressions, scriptFiles, sessionRoutines, windows, logs,
-                     alarms,  platform,  upcalls,     voices,      speech};
+                     alarms,  dataFiles, platform,    upcalls,     voices,          speech};
   Dispatcher dispatcher{house};
   int16 LastOptions = 0;
   int16 LastChannel = 0;

@@ -3,9 +3,12 @@
 #include "platform/qt/files.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -150,6 +153,100 @@ TEST_F(PosixFilesTest, ALogGrowsAtItsEnd) {
   EXPECT_EQ(files.ReadWhole(root + "log"), "one\r\n");
   log->Flush();
   EXPECT_EQ(files.ReadWhole(root + "log"), "one\r\ntwo\r\n");
+}
+
+TEST_F(PosixFilesTest, AFileIsReadPieceByPieceAndSeesWhatIsAdded) {
+  files.WriteWhole(root + "Data.txt", "abcdef", Privacy::Shared);
+  const auto file = files.OpenRead(root + "data.TXT");
+  EXPECT_EQ(file->Read(4), "abcd");
+  EXPECT_EQ(file->Read(4), "ef");
+  EXPECT_EQ(file->Read(4), "");
+  const auto more = files.OpenAppend(root + "data.txt", Privacy::Shared);
+  more->Write("gh");
+  more->Flush();
+  EXPECT_EQ(file->Read(4), "gh");
+  EXPECT_EQ(file->Read(4), "");
+}
+
+TEST_F(PosixFilesTest, PlacesAreWrittenAtOnceAndGapsAreZeros) {
+  const auto file = files.OpenRandom(root + "Records.dat");
+  EXPECT_EQ(file->Size(), 0);
+  EXPECT_EQ(file->ReadAt(0, 5), "");
+  file->WriteAt(4, "abc");
+  EXPECT_EQ(files.ReadWhole(root + "records.dat"), std::string("\0\0\0\0abc", 7));
+  EXPECT_EQ(file->Size(), 7);
+  file->WriteAt(5, "X");
+  EXPECT_EQ(file->ReadAt(4, 10), "aXc");
+  EXPECT_EQ(file->ReadAt(4, 2), "aX");
+  EXPECT_EQ(file->ReadAt(7, 2), "");
+  EXPECT_EQ(file->ReadAt(INT64_MAX / 2, 2), "");
+  EXPECT_EQ(files.OpenRandom(root + "RECORDS.DAT")->Size(), 7) << "the file that is there";
+}
+
+TEST_F(PosixFilesTest, OpenFilesAreOrdinaryFiles) {
+  files.CreateFolder(root + "folder");
+  EXPECT_EQ(KindOf([&] { files.OpenRead(root + "none"); }), FaultKind::FileNotFound);
+  EXPECT_EQ(KindOf([&] { files.OpenRead(root + "folder"); }), FaultKind::Permission);
+  EXPECT_EQ(KindOf([&] { files.OpenRead(root + ".."); }), FaultKind::Permission);
+  EXPECT_EQ(KindOf([&] { files.OpenRandom(root + "folder"); }), FaultKind::Permission);
+  EXPECT_EQ(KindOf([&] { files.OpenRandom(root + "none/file"); }), FaultKind::PathNotFound);
+  EXPECT_EQ(KindOf([&] { files.OpenRead("/dev/zero"); }), FaultKind::BadFile);
+  EXPECT_EQ(KindOf([&] { files.OpenRandom("/dev/null"); }), FaultKind::BadFile);
+  // A pipe without another end would hold the program for ever.
+  ASSERT_EQ(mkfifo((root + "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(KindOf([&] { files.OpenRead(root + "pipe"); }), FaultKind::BadFile);
+  EXPECT_EQ(KindOf([&] { files.OpenRandom(root + "pipe"); }), FaultKind::BadFile);
+  EXPECT_EQ(KindOf([&] { files.OpenAppend(root + "pipe", Privacy::Shared); }), FaultKind::FileIo);
+}
+
+TEST_F(PosixFilesTest, AFileThatMayOnlyBeReadIsReadAllTheSame) {
+  files.WriteWhole(root + "a", "abc", Privacy::Shared);
+  chmod((root + "a").c_str(), 0444);
+  const auto file = files.OpenRandom(root + "a");
+  EXPECT_EQ(file->ReadAt(0, 9), "abc");
+  if (geteuid() != 0) {
+    EXPECT_EQ(KindOf([&] { file->WriteAt(0, "x"); }), FaultKind::Permission);
+  }
+}
+
+// A limit on the size of files refuses in the middle of a write, as a full disk does.
+class SizeLimit {
+ public:
+  explicit SizeLimit(rlim_t size) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    handler_ = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{size, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  SizeLimit(const SizeLimit&) = delete;
+  SizeLimit& operator=(const SizeLimit&) = delete;
+  ~SizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  rlimit before_{};
+  void (*handler_)(int) = nullptr;
+};
+
+TEST_F(PosixFilesTest, ADiskThatIsFullInTheMiddleKeepsNoHalfWrite) {
+  const auto grown = files.OpenAppend(root + "log", Privacy::Shared);
+  grown->Write("whole line\r\n");
+  grown->Flush();
+  const auto places = files.OpenRandom(root + "records");
+  places->WriteAt(0, "first record");
+  {
+    const SizeLimit limit(20);
+    grown->Write("this line does not fit");
+    EXPECT_EQ(KindOf([&] { grown->Flush(); }), FaultKind::FileIo);
+    EXPECT_EQ(KindOf([&] { places->WriteAt(12, "this does not fit"); }), FaultKind::FileIo);
+  }
+  EXPECT_EQ(files.ReadWhole(root + "log"), "whole line\r\n");
+  EXPECT_EQ(files.ReadWhole(root + "records"), "first record");
+  grown->Write("next\r\n");
+  grown->Flush();
+  EXPECT_EQ(files.ReadWhole(root + "log"), "whole line\r\nnext\r\n");
 }
 
 TEST_F(PosixFilesTest, SettingsKeepAwkwardNamesAndValues) {

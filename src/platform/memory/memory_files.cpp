@@ -108,10 +108,69 @@ class MemoryFiles::Appender : public AppendFile {
 std::unique_ptr<AppendFile> MemoryFiles::OpenAppend(const std::string& path, Privacy privacy) {
   const std::string absolute = Absolute(path);
   Ask("append", absolute);
+  if (folders_.contains(absolute)) throw Fault(FaultKind::Permission, absolute + ": is a folder");
   if (!folders_.contains(Parent(absolute))) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
   files_.try_emplace(absolute);
   if (privacy == Privacy::Private) private_.insert(absolute);
   return std::make_unique<Appender>(*this, absolute);
+}
+
+class MemoryFiles::Reader : public ReadFile {
+ public:
+  Reader(const MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
+  std::string Read(std::size_t most) override {
+    files_.Ask("read", path_);
+    const auto found = files_.files_.find(path_);
+    if (found == files_.files_.end() || place_ >= found->second.size()) return {};
+    std::string bytes = found->second.substr(place_, most);
+    place_ += bytes.size();
+    return bytes;
+  }
+
+ private:
+  const MemoryFiles& files_;
+  std::string path_;
+  std::size_t place_ = 0;
+};
+
+std::unique_ptr<ReadFile> MemoryFiles::OpenRead(const std::string& path) const {
+  const std::string absolute = Absolute(path);
+  Ask("read", absolute);
+  if (folders_.contains(absolute)) throw Fault(FaultKind::Permission, absolute + ": is a folder");
+  if (!files_.contains(absolute)) throw Fault(FaultKind::FileNotFound, absolute + ": no such file");
+  return std::make_unique<Reader>(*this, absolute);
+}
+
+class MemoryFiles::RandomPlaces : public RandomFile {
+ public:
+  RandomPlaces(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
+  std::int64_t Size() const override { return static_cast<std::int64_t>(Bytes().size()); }
+  std::string ReadAt(std::int64_t place, std::size_t count) const override {
+    files_.Ask("read", path_);
+    const std::string& bytes = Bytes();
+    return place < Size() ? bytes.substr(static_cast<std::size_t>(place), count) : std::string();
+  }
+  void WriteAt(std::int64_t place, std::string_view bytes) override {
+    files_.Ask("write", path_);
+    std::string& all = files_.files_[path_];
+    const std::size_t end = static_cast<std::size_t>(place) + bytes.size();
+    if (all.size() < end) all.resize(end);
+    all.replace(static_cast<std::size_t>(place), bytes.size(), bytes);
+  }
+
+ private:
+  const std::string& Bytes() const { return files_.files_[path_]; }
+  MemoryFiles& files_;
+  std::string path_;
+};
+
+std::unique_ptr<RandomFile> MemoryFiles::OpenRandom(const std::string& path) {
+  const std::string absolute = Absolute(path);
+  Ask("random", absolute);
+  if (folders_.contains(absolute)) throw Fault(FaultKind::Permission, absolute + ": is a folder");
+  if (!folders_.contains(Parent(absolute))) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
+  files_.try_emplace(absolute);
+  return std::make_unique<RandomPlaces>(*this, absolute);
 }
 
 void MemoryFiles::Remove(const std::string& path) {

@@ -19,6 +19,8 @@ class MemoryFiles : public Files {
   std::string ReadWhole(const std::string& path) const override;
   void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) override;
   std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) override;
+  std::unique_ptr<ReadFile> OpenRead(const std::string& path) const override;
+  std::unique_ptr<RandomFile> OpenRandom(const std::string& path) override;
   void Remove(const std::string& path) override;
   void Copy(const std::string& from, const std::string& to) override;
   void CreateFolder(const std::string& path) override;
@@ -26,8 +28,8 @@ class MemoryFiles : public Files {
   std::vector<std::string> FolderNames(const std::string& folder) const override;
   std::string Absolute(const std::string& path) const override;
 
-  // Asked before each operation ("read", "write", "append", "remove", "copy", "folder") with the path; a non-empty
-  // answer is the reason for which it fails, as a Fault of kind FileIo.
+  // Asked before each operation ("read", "write", "append", "random", "remove", "copy", "folder") with the path; a
+  // non-empty answer is the reason for which it fails, as a Fault of kind FileIo. An open file asks again at each use.
   std::function<std::string(const std::string& operation, const std::string& path)> Fail;
   FaultKind FailKind = FaultKind::FileIo;  // kind of the Faults that Fail brings about
   // Bytes that the disk still takes: a whole file either fits or is not written, a log takes what fits.
@@ -40,6 +42,8 @@ class MemoryFiles : public Files {
 
  private:
   class Appender;
+  class Reader;
+  class RandomPlaces;
   void Ask(const std::string& operation, const std::string& path) const;
   void Take(std::size_t bytes);
 

@@ -8,78 +8,19 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "core/fault.h"
 #include "core/text.h"
+#include "platform/qt/descriptor.h"
+#include "platform/qt/open_files.h"
 
 namespace corvid {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-[[noreturn]] void Fail(int error, const std::string& path) {
-  FaultKind kind = FaultKind::FileIo;
-  switch (error) {
-    case ENOENT:
-      kind = FaultKind::FileNotFound;
-      break;
-    case ENOTDIR:
-      kind = FaultKind::PathNotFound;
-      break;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-      kind = FaultKind::Permission;
-      break;
-    case ENOSPC:
-    case EDQUOT:
-      kind = FaultKind::DiskFull;
-      break;
-    default:
-      break;
-  }
-  throw Fault(kind, path + ": " + std::generic_category().message(error));
-}
-
-// A descriptor that closes itself.
-class Descriptor {
- public:
-  Descriptor(const std::string& path, int flags, mode_t mode = 0) : path_(path) {
-    do {
-      number_ = open(path.c_str(), flags | O_CLOEXEC, mode);
-    } while (number_ < 0 && errno == EINTR);
-    if (number_ < 0) Fail(errno, path);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-
-  void Write(std::string_view bytes) {
-    while (!bytes.empty()) {
-      const ssize_t count = write(number_, bytes.data(), bytes.size());
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) Fail(errno, path_);
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-  }
-  void Sync() {
-    if (fsync(number_) != 0 && errno != EINVAL) Fail(errno, path_);
-  }
-  void Close() {
-    const int number = number_;
-    number_ = -1;
-    if (close(number) != 0 && errno != EINTR) Fail(errno, path_);
-  }
-  int Number() const { return number_; }
-
- private:
-  std::string path_;
-  int number_ = -1;
-};
 
 bool Exists(const std::string& path) {
   struct stat facts {};
@@ -163,7 +104,7 @@ class Replacement {
     file_.Close();
   }
   void PutInPlace() {
-    if (rename(beside_.c_str(), path_.c_str()) != 0) Fail(errno, path_);
+    if (rename(beside_.c_str(), path_.c_str()) != 0) FailFor(errno, path_);
     done_ = true;
     SyncFolder(fs::path(path_).parent_path().string());
   }
@@ -200,44 +141,13 @@ std::string BehindLinks(const std::string& path) {
   return error ? path : target.string();
 }
 
-class LogFile : public AppendFile {
- public:
-  LogFile(const std::string& path, Privacy privacy)
-      : file_(path, O_WRONLY | O_CREAT | O_APPEND, privacy == Privacy::Private ? 0600 : 0666) {
-    if (privacy == Privacy::Private) fchmod(file_.Number(), ModeFor(path, privacy));
-  }
-  LogFile(const LogFile&) = delete;
-  LogFile& operator=(const LogFile&) = delete;
-  ~LogFile() override {
-    try {
-      Flush();
-    } catch (const Fault&) {
-      // Nobody is left to tell; who wants to know calls Flush before.
-    }
-  }
-  void Write(std::string_view bytes) override {
-    waiting_.append(bytes);
-    if (waiting_.size() >= Enough) Flush();
-  }
-  void Flush() override {
-    std::string bytes;
-    bytes.swap(waiting_);  // dropped when the disk refuses: a full disk must not fill the memory too
-    file_.Write(bytes);
-  }
-
- private:
-  static constexpr std::size_t Enough = std::size_t{64} * 1024;
-  Descriptor file_;
-  std::string waiting_;
-};
-
 std::vector<std::string> Names(const std::string& folder, bool folders) {
   const std::string path = Resolve(folder.empty() ? "." : folder);
   if (!IsFolder(path)) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
   std::vector<std::string> names;
   std::error_code error;
   fs::directory_iterator entry(path, error);
-  if (error) Fail(error.value(), path);
+  if (error) FailFor(error.value(), path);
   for (const fs::directory_iterator end; entry != end; entry.increment(error)) {
     std::error_code ignored;
     const bool wanted =
@@ -245,7 +155,7 @@ std::vector<std::string> Names(const std::string& folder, bool folders) {
     if (wanted) names.push_back(entry->path().filename().string());
     if (error) break;
   }
-  if (error) Fail(error.value(), path);
+  if (error) FailFor(error.value(), path);
   std::sort(names.begin(), names.end());
   return names;
 }
@@ -273,7 +183,7 @@ std::string PosixFiles::ReadWhole(const std::string& path) const {
     const ssize_t count = read(file.Number(), piece.data(), piece.size());
     if (count == 0) return bytes;
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) Fail(errno, real);
+    if (count < 0) FailFor(errno, real);
     bytes.append(piece.data(), static_cast<std::size_t>(count));
   }
 }
@@ -283,7 +193,7 @@ void PosixFiles::WriteWhole(const std::string& path, std::string_view bytes, Pri
   NeedFolderOf(real);
   if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
   // A file that its owner made read-only is meant to stay, though its folder would let us replace it.
-  if (Exists(real) && access(real.c_str(), W_OK) != 0) Fail(errno, real);
+  if (Exists(real) && access(real.c_str(), W_OK) != 0) FailFor(errno, real);
   Replacement replacement(real, ModeFor(real, privacy));
   replacement.Fill(bytes);
   replacement.PutInPlace();
@@ -292,13 +202,28 @@ void PosixFiles::WriteWhole(const std::string& path, std::string_view bytes, Pri
 std::unique_ptr<AppendFile> PosixFiles::OpenAppend(const std::string& path, Privacy privacy) {
   const std::string real = Resolve(path);
   NeedFolderOf(real);
-  return std::make_unique<LogFile>(real, privacy);
+  std::optional<mode_t> mode;
+  if (privacy == Privacy::Private) mode = ModeFor(real, privacy);
+  return OpenGrowingFile(real, mode);
+}
+
+std::unique_ptr<ReadFile> PosixFiles::OpenRead(const std::string& path) const {
+  const std::string real = Resolve(path);
+  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
+  return OpenFileForReading(real);
+}
+
+std::unique_ptr<RandomFile> PosixFiles::OpenRandom(const std::string& path) {
+  const std::string real = Resolve(path);
+  NeedFolderOf(real);
+  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
+  return OpenFileOfPlaces(real);
 }
 
 void PosixFiles::Remove(const std::string& path) {
   const std::string real = Resolve(path);
   if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
-  if (unlink(real.c_str()) != 0) Fail(errno, real);
+  if (unlink(real.c_str()) != 0) FailFor(errno, real);
 }
 
 void PosixFiles::Copy(const std::string& from, const std::string& to) {
@@ -309,7 +234,7 @@ void PosixFiles::CreateFolder(const std::string& path) {
   const std::string real = WithoutLastSlash(Resolve(path));
   std::error_code error;
   fs::create_directories(real, error);
-  if (error) Fail(error.value(), real);
+  if (error) FailFor(error.value(), real);
 }
 
 std::vector<std::string> PosixFiles::FileNames(const std::string& folder) const {

@@ -13,6 +13,8 @@ class PosixFiles : public Files {
   std::string ReadWhole(const std::string& path) const override;
   void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) override;
   std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) override;
+  std::unique_ptr<ReadFile> OpenRead(const std::string& path) const override;
+  std::unique_ptr<RandomFile> OpenRandom(const std::string& path) override;
   void Remove(const std::string& path) override;
   void Copy(const std::string& from, const std::string& to) override;
   void CreateFolder(const std::string& path) override;
