@@ -41,6 +41,12 @@ class EchoProgram : public FaceEvents, public DialogEvents {
       hidden.Append("missed\r\n");
       shown.SetVisible(false);
       hidden.SetVisible(true);
+    } else if (line.starts_with("window ")) {
+      entry.SetText(line.substr(7) == "Entry" ? "" : "\r\nfirst error\r\nsecond error");
+      face.SetEntryLabel(line.substr(7));
+    } else if (line == "long window") {
+      for (int i = 0; i < 400; ++i) entry.Append("line " + std::to_string(i) + "\r\n");
+      face.SetEntryLabel("Script long.set");
     } else {
       shown.Append("You say: " + line + "\x07\x1b[31m\r\n");
     }
@@ -138,6 +144,16 @@ TEST_F(ConsoleFaceTest, KeysArePressedByName) {
 
 TEST_F(ConsoleFaceTest, AWindowShownAnewTellsWhatWasMissed) {
   EXPECT_EQ(Run("switch\n"), "=== Corvid\nmissed\n");
+}
+
+TEST_F(ConsoleFaceTest, AScriptWindowIsWrittenOutWithTheWayBack) {
+  const std::string back = "What you type goes into this window. /key Control-Tab goes to the next one.\n";
+  EXPECT_EQ(Run("window Error Log\n"), "=== Corvid\nTyping into: Error Log\n\nfirst error\nsecond error\n" + back);
+  EXPECT_EQ(Run("window Entry\n"), "=== Corvid\n") << "it is there from the start";
+  const std::string text = Run("long window\n");
+  EXPECT_NE(text.find("...\nline "), std::string::npos) << text;
+  EXPECT_NE(text.find("line 399\n" + back), std::string::npos);
+  EXPECT_LT(text.size(), 2200U);
 }
 
 TEST_F(ConsoleFaceTest, OneQuestionIsAnsweredByOneLine) {

@@ -20,6 +20,9 @@ namespace corvid {
 namespace {
 
 constexpr std::size_t MissedCodes = 2000;  // kept of what comes to a window that is not shown
+constexpr std::size_t ShownCodes = 2000;   // of the text of a script window, from its end
+
+constexpr const char* EntryName = "Entry";
 
 // Prints what comes to the window that is shown, and what was missed of one that is shown anew.
 class WindowWatch : public TextObserver {
@@ -87,6 +90,15 @@ struct ConsoleFace::Parts {
     }
   }
 
+  // A script window cannot be read with the arrow keys here, so it is written out, and the way back is told.
+  void ShowScriptWindow() {
+    std::string text = entry->Text();
+    const bool cut = text.size() > ShownCodes;
+    if (cut) text.erase(0, text.find('\n', text.size() - ShownCodes) + 1);
+    if (!IsBlank(text)) output.Line((cut ? "...\n" : "") + text);
+    output.Line("What you type goes into this window. /key Control-Tab goes to the next one.");
+  }
+
   // A line cannot hold a function key, so it is pressed by its name.
   void PressNamed(const std::string& name) {
     int16 shift = 0;
@@ -114,7 +126,8 @@ struct ConsoleFace::Parts {
   TextModel* entry = nullptr;
   std::vector<std::unique_ptr<WindowWatch>> watches;
   MainFocus focus = MainFocus::Entry;
-  std::string title, entryLabel, clipboard;
+  std::string title, clipboard;
+  std::string entryLabel = EntryName;
   bool shown = false;
   bool broken = false;
   bool gone = false;
@@ -176,8 +189,9 @@ MainFocus ConsoleFace::Focus() const {
 
 void ConsoleFace::SetEntryLabel(const std::string& label) {
   if (label == parts_->entryLabel) return;
-  if (!parts_->entryLabel.empty()) parts_->output.Line("Typing into: " + label);
   parts_->entryLabel = label;
+  parts_->output.Line("Typing into: " + label);
+  if (label != EntryName && parts_->entry != nullptr) parts_->ShowScriptWindow();
 }
 
 void ConsoleFace::Beep() {
