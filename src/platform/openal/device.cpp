@@ -11,31 +11,32 @@
 #include <mutex>
 #include <string_view>
 #include <thread>
+#include <utility>
 
 namespace corvid {
 
-namespace {
-
-// Shared with the thread that opens: it may outlive the caller.
-struct Opening {
+// Shared with the thread that opens: it may outlive the one who waits.
+struct DeviceOpening::Shared {
   std::mutex mutex;
   std::condition_variable done;
   bool finished = false;
   bool abandoned = false;
   ALCdevice* device = nullptr;
+
+  void Open(const std::string& name) {
+    ALCdevice* opened = alcOpenDevice(name.empty() ? nullptr : name.c_str());
+    const std::lock_guard lock(mutex);
+    if (abandoned) {
+      if (opened != nullptr) alcCloseDevice(opened);
+      return;
+    }
+    device = opened;
+    finished = true;
+    done.notify_all();
+  }
 };
 
-void OpenInto(Opening& opening, const std::string& name) {
-  ALCdevice* device = alcOpenDevice(name.empty() ? nullptr : name.c_str());
-  const std::lock_guard lock(opening.mutex);
-  if (opening.abandoned) {
-    if (device != nullptr) alcCloseDevice(device);
-    return;
-  }
-  opening.device = device;
-  opening.finished = true;
-  opening.done.notify_all();
-}
+namespace {
 
 void IgnoreMessage(const char* /*file*/, int /*line*/, const char* /*routine*/, int /*error*/, const char* /*text*/,
                    ...) {}
@@ -56,28 +57,57 @@ void PrepareLibrary() {
   SilenceAlsa();
   setenv("ALSOFT_LOGLEVEL", "0", 0);
   if (getenv("ALSOFT_CONF") != nullptr) return;
-  // The period can only be set by a configuration file. This one lives in memory, open as long as the program runs.
-  constexpr std::string_view configuration = "[general]\nperiod_size = 256\n";
+  // These can only be set by a configuration file. This one lives in memory, open as long as the program runs. On a
+  // device of one channel the sides of a sound would have nowhere to go, so two are asked for everywhere; the sound
+  // system below makes of them what it has.
+  constexpr std::string_view configuration =
+      "[general]\nperiod_size = 256\nchannels = stereo\nhrtf = false\nresampler = bsinc24\n";
   const int file = memfd_create("corvid-alsoft", MFD_CLOEXEC);
   if (file < 0) return;
   if (write(file, configuration.data(), configuration.size()) != static_cast<ssize_t>(configuration.size())) return;
   setenv("ALSOFT_CONF", ("/proc/self/fd/" + std::to_string(file)).c_str(), 0);
 }
 
+DeviceOpening::DeviceOpening(const std::string& name) : shared_(std::make_shared<Shared>()) {
+  std::thread([shared = shared_, name] { shared->Open(name); }).detach();
+}
+
+DeviceOpening::~DeviceOpening() {
+  const std::lock_guard lock(shared_->mutex);
+  shared_->abandoned = true;
+  if (shared_->device != nullptr) alcCloseDevice(shared_->device);
+}
+
+bool DeviceOpening::Finished(std::chrono::milliseconds limit) {
+  std::unique_lock lock(shared_->mutex);
+  return shared_->done.wait_for(lock, limit, [this] { return shared_->finished; });
+}
+
+ALCdevice* DeviceOpening::Take() {
+  const std::lock_guard lock(shared_->mutex);
+  return std::exchange(shared_->device, nullptr);
+}
+
 ALCdevice* OpenDevice(const std::string& name, std::chrono::milliseconds limit, std::string& problem) {
-  const auto opening = std::make_shared<Opening>();
-  std::thread([opening, name] { OpenInto(*opening, name); }).detach();
-  std::unique_lock lock(opening->mutex);
-  if (!opening->done.wait_for(lock, limit, [&] { return opening->finished; })) {
-    opening->abandoned = true;
+  DeviceOpening opening(name);
+  if (!opening.Finished(limit)) {
     problem = "The sound system does not answer.";
     return nullptr;
   }
-  if (opening->device == nullptr) {
+  ALCdevice* device = opening.Take();
+  if (device == nullptr) {
     problem =
         name.empty() ? "No sound card or sound system was found." : "The sound device \"" + name + "\" was not found.";
   }
-  return opening->device;
+  return device;
+}
+
+void AbandonDevice(ALCdevice* device, ALCcontext* context) {
+  if (device == nullptr) return;
+  std::thread([device, context] {
+    if (context != nullptr) alcDestroyContext(context);
+    alcCloseDevice(device);
+  }).detach();
 }
 
 }  // namespace corvid

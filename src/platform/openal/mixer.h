@@ -1,25 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The sound output on OpenAL Soft.
+// The sound output on OpenAL Soft: voices and sounds through one device.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/audio.h"
+#include "platform/sounds.h"
 
 namespace corvid {
+
+struct DeviceCore;
 
 struct MixerSettings {
   std::string device{};   // name of the device; empty for the system's default
   bool loopback = false;  // no device at all: Render hands out what would be heard
   int loopbackRate = VoiceSampleRate;
-  int loopbackChannels = 1;  // 1 or 2
+  int loopbackChannels = 1;  // 1 or 2; sounds are heard on 2 only
+  // Told once each time the device goes away, with a text for the player, from a thread of the mixer's own: it must
+  // hand the text over and return, without a call to the mixer.
+  std::function<void(std::string)> notice{};
 };
 
-// Sets ALSOFT_CONF (short periods) and ALSOFT_LOGLEVEL for this process where the player has not set them, so the first
-// Open belongs before other threads that read the environment.
-class OpenAlMixer : public AudioOutput {
+// A device that goes away while the program runs is opened again when it is back, or another is there; until then
+// voices and sounds run on in silence and come to their end in time.
+//
+// Sets ALSOFT_CONF and ALSOFT_LOGLEVEL for this process where the player has not set them, so the first Open belongs
+// before other threads that read the environment.
+class OpenAlMixer : public AudioOutput, public SoundOutput {
  public:
   explicit OpenAlMixer(MixerSettings settings = {});
   ~OpenAlMixer() override;
@@ -27,18 +37,29 @@ class OpenAlMixer : public AudioOutput {
   OpenAlMixer& operator=(const OpenAlMixer&) = delete;
 
   bool Open() override;
-  std::string Problem() const override;
+  std::string Problem() const override;  // of the device, for voices and sounds alike
   std::unique_ptr<PcmStream> CreateStream() override;
 
-  // Loopback only: mixes the next frames and returns them, channels interleaved, full scale being 1.
-  std::vector<float> Render(std::size_t frames);
+  bool OpenSounds() override { return Open(); }
+  // A sound of more than 64 megabytes of decoded samples (six minutes of stereo) is an error.
+  std::shared_ptr<const SoundData> Load(const std::string& path, std::string& error) override;
+  std::unique_ptr<SoundPlayer> CreatePlayer(const std::shared_ptr<const SoundData>& data, bool inBackground,
+                                            const SoundLabel& label) override;
+  std::unique_ptr<SoundPlayer> CreateStreamed(const std::string& path, bool inBackground, const SoundLabel& label,
+                                              std::string& error) override;
+  void SetFocused(bool focused) override;
 
-  struct Core;  // the device and its streams
+  // Loopback only: mixes the next frames and returns them, channels interleaved, full scale being 1. Never waits for
+  // the other calls, nor they for it, as on a real device.
+  std::vector<float> Render(std::size_t frames);
+  // Loopback only: takes the device away and gives it back.
+  void SetPlugged(bool plugged);
 
  private:
   MixerSettings settings_;
   std::string problem_;
-  std::unique_ptr<Core> core_;
+  bool focused_ = true;
+  std::unique_ptr<DeviceCore> core_;
 };
 
 }  // namespace corvid

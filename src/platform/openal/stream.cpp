@@ -9,103 +9,92 @@ namespace {
 
 constexpr std::size_t BlockSamples = 4096;             // 0.19 s
 constexpr std::size_t HandedLimit = 4 * BlockSamples;  // what the library holds at most, about
+constexpr std::chrono::milliseconds FeedInterval{20};  // the library holds 700 ms, so this is early enough
 
 }  // namespace
 
-SourceFeed::~SourceFeed() {
-  Purge();
-  alDeleteSources(1, &source_);
-  if (!spare_.empty()) alDeleteBuffers(static_cast<ALsizei>(spare_.size()), spare_.data());
+MixerStream::MixerStream(DeviceCore& core) : core_(core), queue_(core, 1, VoiceSampleRate) {}
+
+std::unique_ptr<MixerStream> MixerStream::Make(DeviceCore& core) {
+  std::unique_ptr<MixerStream> stream(new MixerStream(core));
+  const DeviceTurn turn(core);
+  core.Join(*stream);
+  if (!stream->queue_.Create()) {
+    core.Leave(*stream);
+    return nullptr;
+  }
+  stream->queue_.Run();
+  return stream;
 }
 
-ALint SourceFeed::State() const {
-  ALint state = AL_STOPPED;
-  alGetSourcei(source_, AL_SOURCE_STATE, &state);
-  return state;
+MixerStream::~MixerStream() {
+  const DeviceTurn turn(core_);
+  core_.Leave(*this);
+  queue_.Destroy();
 }
 
-void SourceFeed::Append(const int16* samples, std::size_t count) {
+void MixerStream::Queue(const int16* samples, std::size_t count) {
+  const DeviceTurn turn(core_);
   if (taken_ > samples_.size() / 2) {
     samples_.erase(samples_.begin(), samples_.begin() + static_cast<std::ptrdiff_t>(taken_));
     taken_ = 0;
   }
   samples_.insert(samples_.end(), samples, samples + count);
-  Feed();
+  HandOver();
+  if (HasMore()) core_.Hurry();
 }
 
-void SourceFeed::Purge() {
-  alSourceStop(source_);
-  TakeBack(static_cast<ALint>(handed_.size()));
-  alSourceRewind(source_);
+void MixerStream::Purge() {
+  const DeviceTurn turn(core_);
+  queue_.Clear();
   samples_.clear();
   samples_.shrink_to_fit();
   taken_ = 0;
 }
 
-void SourceFeed::SetPaused(bool paused) {
+void MixerStream::SetPaused(bool paused) {
+  const DeviceTurn turn(core_);
   if (paused == paused_) return;
   paused_ = paused;
   if (paused) {
-    if (State() == AL_PLAYING) alSourcePause(source_);
-  } else {
-    Feed();
+    queue_.Hold();
+    return;
   }
-}
-
-void SourceFeed::SetVolume(double volume) {
-  alSourcef(source_, AL_GAIN, static_cast<ALfloat>(std::clamp(volume, 0.0, 1.0)));
-}
-
-std::size_t SourceFeed::Waiting() {
-  Feed();
-  ALint offset = 0;
-  alGetSourcei(source_, AL_SAMPLE_OFFSET, &offset);
-  const std::size_t played = std::min(static_cast<std::size_t>(std::max(offset, 0)), handedSamples_);
-  return samples_.size() - taken_ + handedSamples_ - played;
-}
-
-void SourceFeed::Feed() {
-  if (State() == AL_STOPPED) {
-    TakeBack(static_cast<ALint>(handed_.size()));  // it ran dry, so all was played
-    alSourceRewind(source_);                       // or blocks that wait for the end of a pause would count as played
-  } else {
-    ALint played = 0;
-    alGetSourcei(source_, AL_BUFFERS_PROCESSED, &played);
-    TakeBack(played);
-  }
-  const std::size_t before = handed_.size();
+  queue_.Run();
   HandOver();
-  if (!paused_ && !handed_.empty()) StartIfStanding(handed_.size() - before);
+  if (HasMore()) core_.Hurry();
 }
 
-void SourceFeed::TakeBack(ALint played) {
-  for (; played > 0 && !handed_.empty(); --played) {
-    ALuint buffer = 0;
-    alSourceUnqueueBuffers(source_, 1, &buffer);
-    handedSamples_ -= handed_.front().count;
-    spare_.push_back(handed_.front().buffer);
-    handed_.pop_front();
-  }
+void MixerStream::SetVolume(double volume) {
+  const DeviceTurn turn(core_);
+  volume_ = std::clamp(volume, 0.0, 1.0);
+  ApplyVolume();
 }
 
-void SourceFeed::HandOver() {
-  while (taken_ < samples_.size() && handedSamples_ < HandedLimit) {
-    if (spare_.empty()) {
-      ALuint buffer = 0;
-      alGetError();
-      alGenBuffers(1, &buffer);
-      if (alGetError() != AL_NO_ERROR) return;  // no memory: what is handed over plays on, the rest waits
-      spare_.push_back(buffer);
-    }
-    const ALuint buffer = spare_.back();
-    spare_.pop_back();
+void MixerStream::ApplyVolume() {
+  queue_.Sources().SetGains({static_cast<float>(volume_)});
+}
+
+std::size_t MixerStream::Waiting() {
+  const DeviceTurn turn(core_);
+  HandOver();
+  return samples_.size() - taken_ + queue_.Unheard();
+}
+
+std::chrono::milliseconds MixerStream::Feed() {
+  if (HasMore()) HandOver();
+  return HasMore() ? FeedInterval : std::chrono::milliseconds(0);
+}
+
+void MixerStream::HandOver() {
+  queue_.Collect();
+  while (taken_ < samples_.size() && queue_.Frames() < HandedLimit) {
     const std::size_t count = std::min(BlockSamples, samples_.size() - taken_);
-    alBufferData(buffer, AL_FORMAT_MONO16, samples_.data() + taken_, static_cast<ALsizei>(count * sizeof(int16)),
-                 VoiceSampleRate);
-    alSourceQueueBuffers(source_, 1, &buffer);
+    const auto first = samples_.begin() + static_cast<std::ptrdiff_t>(taken_);
+    SampleBlock block;
+    block.samples.assign(first, first + static_cast<std::ptrdiff_t>(count));
+    if (!queue_.Push(block)) return;  // no memory: what is handed over plays on, the rest waits
     taken_ += count;
-    handed_.push_back({buffer, count});
-    handedSamples_ += count;
   }
   if (taken_ == samples_.size()) {
     samples_.clear();
@@ -113,26 +102,8 @@ void SourceFeed::HandOver() {
   }
 }
 
-void SourceFeed::StartIfStanding(std::size_t newlyHanded) {
-  const ALint state = State();
-  if (state == AL_PLAYING) return;
-  if (state == AL_STOPPED && newlyHanded < handed_.size()) {
-    // It ran dry between the look at its state and the new blocks. Started as it is, it would say the old ones again.
-    std::deque<Handed> fresh(handed_.end() - static_cast<std::ptrdiff_t>(newlyHanded), handed_.end());
-    for (std::size_t i = 0; i < handed_.size(); ++i) {
-      ALuint buffer = 0;
-      alSourceUnqueueBuffers(source_, 1, &buffer);
-      if (i + newlyHanded < handed_.size()) {
-        spare_.push_back(buffer);
-        handedSamples_ -= handed_[i].count;
-      }
-    }
-    alSourceRewind(source_);
-    for (const Handed& block : fresh) alSourceQueueBuffers(source_, 1, &block.buffer);
-    handed_ = std::move(fresh);
-    if (handed_.empty()) return;
-  }
-  alSourcePlay(source_);
+void MixerStream::EnterDevice() {
+  if (queue_.EnterDevice()) ApplyVolume();
 }
 
 }  // namespace corvid

@@ -1,50 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One voice's samples on their way into the library. Not thread-safe: the mixer locks, and sets the context.
+// One voice's samples on their way into the library.
 #pragma once
 
-#include <deque>
 #include <vector>
 
 #include "platform/audio.h"
-#include "platform/openal/device.h"
+#include "platform/openal/block_queue.h"
 
 namespace corvid {
 
 // A bounded part of the samples lies in the library's own queue; the rest waits here, so that a purge of hours of
 // speech is as quick as one of a word.
-class SourceFeed {
+class MixerStream : public PcmStream, public Audible {
  public:
-  explicit SourceFeed(ALuint source) : source_(source) {}
-  ~SourceFeed();
-  SourceFeed(const SourceFeed&) = delete;
-  SourceFeed& operator=(const SourceFeed&) = delete;
+  // nullptr when the device has no source left.
+  static std::unique_ptr<MixerStream> Make(DeviceCore& core);
+  ~MixerStream() override;
+  MixerStream(const MixerStream&) = delete;
+  MixerStream& operator=(const MixerStream&) = delete;
 
-  void Append(const int16* samples, std::size_t count);
-  void Purge();
-  void SetPaused(bool paused);
-  void SetVolume(double volume);
-  std::size_t Waiting();
-  // Takes back what was played, hands over what comes next, and starts the source when it stands still.
-  void Feed();
-  bool HasMore() const { return !paused_ && taken_ < samples_.size(); }  // Feed must be called again in time
+  void Queue(const int16* samples, std::size_t count) override;
+  void Purge() override;
+  void SetPaused(bool paused) override;
+  void SetVolume(double volume) override;
+  std::size_t Waiting() override;
+
+  std::chrono::milliseconds Feed() override;
+  void LeaveDevice() override { queue_.LeaveDevice(); }
+  void EnterDevice() override;
 
  private:
-  struct Handed {
-    ALuint buffer;
-    std::size_t count;
-  };
-  ALint State() const;
-  void TakeBack(ALint played);
+  explicit MixerStream(DeviceCore& core);
+  bool HasMore() const { return !paused_ && taken_ < samples_.size(); }
   void HandOver();
-  void StartIfStanding(std::size_t newlyHanded);
+  void ApplyVolume();
 
-  ALuint source_;
+  DeviceCore& core_;
+  BlockQueue queue_;
   bool paused_ = false;
+  double volume_ = 1;
   std::vector<int16> samples_;  // those from taken_ on are still to be handed over
   std::size_t taken_ = 0;
-  std::deque<Handed> handed_;  // in the library's queue, oldest first
-  std::size_t handedSamples_ = 0;
-  std::vector<ALuint> spare_;
 };
 
 }  // namespace corvid

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/openal/device_core.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/openal/half_buffers.h"
+
+namespace corvid {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+constexpr milliseconds OpenLimit{3000};
+constexpr milliseconds WatchInterval{500};   // for a device with nothing to play
+constexpr milliseconds SilentInterval{10};   // between two turns of the silent device
+constexpr milliseconds LookInterval{2000};   // for a device that may have come back
+constexpr milliseconds LongestSilence{500};  // mixed at once, after the machine has slept
+constexpr int SilentRate = 22050;
+
+}  // namespace
+
+DeviceCore::DeviceCore(MixerSettings settings_) : settings(std::move(settings_)) {}
+
+DeviceCore::~DeviceCore() {
+  if (feeder_.joinable()) {
+    {
+      const std::lock_guard lock(mutex);
+      ending_ = true;
+    }
+    fed.notify_one();
+    feeder_.join();
+  }
+  if (context != nullptr) alcDestroyContext(context);
+  if (device != nullptr) alcCloseDevice(device);
+}
+
+ALCdevice* DeviceCore::OpenLoopback() const {
+  return alcLoopbackOpenDeviceSOFT(nullptr);
+}
+
+ALCcontext* DeviceCore::CreateContext(ALCdevice* newDevice, bool silent) const {
+  std::vector<ALCint> attributes{ALC_MONO_SOURCES, SourcesWanted};
+  if (settings.loopback) {
+    const ALCint channels = settings.loopbackChannels == 2 ? ALC_STEREO_SOFT : ALC_MONO_SOFT;
+    attributes.insert(attributes.end(), {ALC_FREQUENCY, settings.loopbackRate, ALC_FORMAT_CHANNELS_SOFT, channels,
+                                         ALC_FORMAT_TYPE_SOFT, ALC_FLOAT_SOFT});
+  } else if (silent) {
+    attributes.insert(attributes.end(), {ALC_FREQUENCY, SilentRate, ALC_FORMAT_CHANNELS_SOFT, ALC_STEREO_SOFT,
+                                         ALC_FORMAT_TYPE_SOFT, ALC_FLOAT_SOFT});
+  }
+  attributes.push_back(0);
+  return alcCreateContext(newDevice, attributes.data());
+}
+
+bool DeviceCore::Open(std::string& problem) {
+  PrepareLibrary();
+  device = settings.loopback ? OpenLoopback() : OpenDevice(settings.device, OpenLimit, problem);
+  if (device == nullptr) {
+    if (settings.loopback) problem = "The sound library has no loopback device.";
+    return false;
+  }
+  context = CreateContext(device, false);
+  if (context == nullptr) {
+    problem = "The sound device was found but cannot be used.";
+    return false;
+  }
+  feeder_ = std::thread([this] { Work(); });
+  return true;
+}
+
+bool DeviceCore::Gone() const {
+  if (!plugged_) return true;
+  if (standIn_) return false;
+  ALCint connected = ALC_TRUE;
+  if (alcIsExtensionPresent(device, "ALC_EXT_disconnect") != ALC_FALSE) {
+    alcGetIntegerv(device, ALC_CONNECTED, 1, &connected);
+  }
+  return connected == ALC_FALSE;
+}
+
+bool DeviceCore::Connected() const {
+  return standIn_ || !Gone();
+}
+
+nanoseconds DeviceCore::Latency() const {
+  if (alcIsExtensionPresent(device, "ALC_SOFT_device_clock") == ALC_FALSE) return {};
+  ALCint64SOFT latency = 0;
+  alcGetInteger64vSOFT(device, ALC_DEVICE_LATENCY_SOFT, 1, &latency);
+  return nanoseconds(std::max<ALCint64SOFT>(latency, 0));
+}
+
+void DeviceCore::Watch() {
+  if (standIn_) {
+    LookForDevice();
+    return;
+  }
+  if (!Gone()) return;
+  silentUntil_ = Clock::now();
+  nextLook_ = silentUntil_ + LookInterval;
+  if (ALCdevice* silent = OpenLoopback(); silent != nullptr) MoveTo(silent, true);
+  if (std::exchange(told_, true) || !settings.notice) return;
+  settings.notice("The sound device is gone. Voices and sounds are heard again as soon as there is one.");
+}
+
+void DeviceCore::LookForDevice() {
+  ALCdevice* found = nullptr;
+  if (settings.loopback) {
+    if (plugged_) found = OpenLoopback();
+  } else if (opening_ == nullptr) {
+    if (Clock::now() >= nextLook_) opening_ = std::make_unique<DeviceOpening>(settings.device);
+  } else if (opening_->Finished(milliseconds(0))) {
+    found = opening_->Take();
+    opening_ = nullptr;
+    nextLook_ = Clock::now() + LookInterval;
+  }
+  if (found != nullptr && MoveTo(found, false)) told_ = false;
+}
+
+// Takes everything over to the new device. False when it cannot be used; then nothing has changed.
+bool DeviceCore::MoveTo(ALCdevice* newDevice, bool silent) {
+  ALCcontext* newContext = CreateContext(newDevice, silent);
+  if (newContext == nullptr) {
+    AbandonDevice(newDevice, nullptr);
+    return false;
+  }
+  {
+    const ContextScope scope(context);
+    for (Audible* audible : audibles_) audible->LeaveDevice();
+  }
+  halves_.clear();
+  ALCdevice* oldDevice = nullptr;
+  ALCcontext* oldContext = nullptr;
+  {
+    const std::lock_guard lock(rendering_);
+    oldDevice = std::exchange(device, newDevice);
+    oldContext = std::exchange(context, newContext);
+    standIn_ = silent;
+  }
+  AbandonDevice(oldDevice, oldContext);
+  const ContextScope scope(context);
+  for (Audible* audible : audibles_) audible->EnterDevice();
+  return true;
+}
+
+void DeviceCore::Join(Audible& audible) {
+  audibles_.push_back(&audible);
+}
+
+void DeviceCore::Leave(Audible& audible) {
+  std::erase(audibles_, &audible);
+}
+
+std::shared_ptr<HalfBuffers> DeviceCore::Halves(const MemorySound& sound) {
+  std::erase_if(halves_, [](const auto& entry) { return entry.second.expired(); });
+  for (const auto& [known, weak] : halves_) {
+    if (known == &sound) return weak.lock();
+  }
+  auto made = HalfBuffers::Make(sound);
+  if (made != nullptr) halves_.emplace_back(&sound, made);
+  return made;
+}
+
+// The silent device has no clock of its own.
+void DeviceCore::RunSilently() {
+  const auto now = Clock::now();
+  const auto due = std::min<Clock::duration>(now - silentUntil_, LongestSilence);
+  silentUntil_ = now;
+  const auto frames =
+      static_cast<ALCsizei>(due.count() * SilentRate / Clock::duration(std::chrono::seconds(1)).count());
+  if (frames <= 0) return;
+  std::vector<float> samples(2 * static_cast<std::size_t>(frames));
+  alcRenderSamplesSOFT(device, samples.data(), frames);
+}
+
+milliseconds DeviceCore::FeedAll() {
+  const ContextScope scope(context);
+  milliseconds next = WatchInterval;
+  for (Audible* audible : audibles_) {
+    const milliseconds wanted = audible->Feed();
+    if (wanted.count() > 0) next = std::min(next, wanted);
+  }
+  return next;
+}
+
+void DeviceCore::Work() {
+  std::unique_lock lock(mutex);
+  while (!ending_) {
+    Watch();
+    if (standIn_ && !settings.loopback) RunSilently();
+    milliseconds next = FeedAll();
+    if (standIn_ && !settings.loopback) next = std::min(next, SilentInterval);
+    fed.wait_for(lock, next);
+  }
+}
+
+void DeviceCore::SetFocused(bool focusedNow) {
+  const DeviceTurn turn(*this);
+  focused = focusedNow;
+  for (Audible* audible : audibles_) audible->FocusChanged();
+}
+
+std::vector<float> DeviceCore::Render(std::size_t frames) {
+  std::vector<float> samples(frames * static_cast<std::size_t>(settings.loopbackChannels));
+  if (!settings.loopback) return samples;
+  // As on a real device, mixing waits for nobody who feeds.
+  const std::lock_guard lock(rendering_);
+  alcRenderSamplesSOFT(device, samples.data(), static_cast<ALCsizei>(frames));
+  if (standIn_) std::fill(samples.begin(), samples.end(), 0.0F);
+  return samples;
+}
+
+void DeviceCore::SetPlugged(bool plugged) {
+  const std::lock_guard lock(mutex);
+  if (!settings.loopback || plugged == plugged_) return;
+  plugged_ = plugged;
+  Watch();
+}
+
+}  // namespace corvid
