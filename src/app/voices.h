@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The real voices: espeak-ng through the sound output, and the screen reader's own speech.
+// What the program is heard by: espeak-ng and sounds through one device, and the screen reader's own speech.
 #pragma once
 
 #include <memory>
@@ -11,7 +11,6 @@
 #include "platform/event_loop.h"
 #include "platform/face.h"
 #include "platform/openal/mixer.h"
-#include "platform/silent_sounds.h"
 #include "platform/speechd/speechd_reader.h"
 
 namespace corvid {
@@ -24,10 +23,11 @@ class Voices {
   Voices& operator=(const Voices&) = delete;
 
  private:
-  // What the reader's thread has to tell, until the event thread shows it.
+  // What the reader's and the mixer's threads have to tell, until the event thread shows it.
   struct Mailbox {
     std::mutex mutex;
     std::vector<std::string> texts;
+    void Put(const std::string& text);
   };
   void Deliver();
 
@@ -39,7 +39,7 @@ class Voices {
  public:
   EspeakEngine engine;
   SpeechdReader reader;
-  SilentSounds sounds;
+  SoundOutput& sounds = mixer_;
 };
 
 }  // namespace corvid
