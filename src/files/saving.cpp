@@ -100,9 +100,10 @@ void Saving::TakeReadingCharacters(const std::string& path) {
   }
 }
 
+// Private: what a script remembers may be anything, passwords among it.
 bool Saving::WriteFile(const std::string& filename, const std::string& text) {
   try {
-    platform_.files.WriteWhole(filename, text, Privacy::Shared);
+    platform_.files.WriteWhole(filename, text, Privacy::Private);
     return true;
   } catch (const Fault&) {
     upcalls_.prompter.MsgBox("Error creating file " + filename, box::OkOnly | box::Exclamation, "Error");  // PUMP

@@ -52,7 +52,8 @@ class Files {
   virtual bool FileExists(const std::string& path) const = 0;
   virtual bool FolderExists(const std::string& path) const = 0;
   virtual std::string ReadWhole(const std::string& path) const = 0;
-  // Replaces the file whole: written beside, flushed to the disk, renamed. After a failure the old file is as it was.
+  // Replaces the file whole: written beside, flushed to the disk, renamed. After a failure the old file is as it was,
+  // and after a crash either the old or the new one is there, with nothing half-written beside it.
   virtual void WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) = 0;
   virtual std::unique_ptr<AppendFile> OpenAppend(const std::string& path, Privacy privacy) = 0;
   // Ordinary files only: a device or a pipe of that name is a Fault of kind BadFile.
@@ -60,7 +61,7 @@ class Files {
   // Makes the file if there is none. One that may only be read opens all the same, and refuses what is written.
   virtual std::unique_ptr<RandomFile> OpenRandom(const std::string& path) = 0;
   virtual void Remove(const std::string& path) = 0;
-  virtual void Copy(const std::string& from, const std::string& to) = 0;            // overwrites
+  virtual void Copy(const std::string& from, const std::string& to) = 0;            // overwrites; private stays private
   virtual void CreateFolder(const std::string& path) = 0;                           // parents too; existing is no error
   virtual std::vector<std::string> FileNames(const std::string& folder) const = 0;  // sorted, without the path
   virtual std::vector<std::string> FolderNames(const std::string& folder) const = 0;  // sorted, links not followed

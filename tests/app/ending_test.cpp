@@ -69,6 +69,7 @@ TEST(Quit, KeepsVariablesWithoutAskingWhereTheCharacterWantsIt) {
   run.corvid.quit(true);
   EXPECT_EQ(run.Asked(), Texts());
   EXPECT_EQ(run.Read(VariableFile), "#Var gold {12} {}\r\n");
+  EXPECT_TRUE(run.memory.files.IsPrivate(VariableFile));
 }
 
 TEST(Quit, AsksAboutVariablesThatWereSavedBefore) {

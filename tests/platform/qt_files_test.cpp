@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -90,6 +91,64 @@ TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldFile) {
               FaultKind::DiskFull);
   }
   EXPECT_EQ(files.ReadWhole(root + "a"), "old");
+}
+
+TEST_F(PosixFilesTest, ACopyOfAPrivateFileIsPrivate) {
+  files.WriteWhole(root + "Character.mud", "x", Privacy::Private);
+  files.Copy(root + "Character.mud", root + "other");
+  EXPECT_EQ(ModeOf(root + "other"), 0600);
+  files.WriteWhole(root + "a.set", "x", Privacy::Shared);
+  chmod((root + "a.set").c_str(), 0644);
+  files.Copy(root + "a.set", root + "b.set");
+  EXPECT_EQ(ModeOf(root + "b.set") & 0600, 0600);
+  EXPECT_EQ(files.ReadWhole(root + "b.set"), "x");
+}
+
+TEST_F(PosixFilesTest, WhatADeadProcessLeftIsTakenAway) {
+  const pid_t dead = fork();
+  ASSERT_GE(dead, 0);
+  if (dead == 0) _exit(0);
+  waitpid(dead, nullptr, 0);
+  const std::string left = root + "Character.mud.new-" + std::to_string(dead);
+  const std::string alive = root + "Character.mud.new-" + std::to_string(getppid());
+  for (const std::string& name :
+       {left, alive, root + "Character.mud.new-one", root + "other.new-" + std::to_string(dead)})
+    std::ofstream(name) << "secret";
+  files.WriteWhole(root + "Character.mud", "x", Privacy::Private);
+  EXPECT_FALSE(fs::exists(left));
+  EXPECT_TRUE(fs::exists(alive)) << "another Corvid writes it just now";
+  EXPECT_TRUE(fs::exists(root + "Character.mud.new-one")) << "a file of the player's";
+  EXPECT_TRUE(fs::exists(root + "other.new-" + std::to_string(dead)));
+}
+
+// A process that does nothing but save is killed at any moment, some hundred times.
+TEST_F(PosixFilesTest, AProcessKilledWhileItSavesLeavesTheOldOrTheNewFileWhole) {
+  const std::string path = root + "Character.mud";
+  const std::string one(300000, '1');
+  const std::string two(200000, '2');
+  files.WriteWhole(path, one, Privacy::Private);
+  unsigned seed = 20260115;
+  int ones = 0;
+  for (int round = 0; round < 200; ++round) {
+    const pid_t writer = fork();
+    ASSERT_GE(writer, 0);
+    if (writer == 0) {
+      for (int i = 0;; ++i) files.WriteWhole(path, i % 2 == 0 ? two : one, Privacy::Private);
+    }
+    seed = seed * 1664525U + 1013904223U;
+    usleep(seed >> 20U);  // up to 4 milliseconds
+    ASSERT_EQ(kill(writer, SIGKILL), 0);
+    ASSERT_EQ(waitpid(writer, nullptr, 0), writer);
+    const std::string found = files.ReadWhole(path);
+    ASSERT_TRUE(found == one || found == two) << found.size() << " bytes in round " << round;
+    ASSERT_EQ(ModeOf(path), 0600);
+    if (found == one) ++ones;
+    for (const std::string& name : files.FileNames(root)) EXPECT_EQ(ModeOf(root + name), 0600) << name;
+  }
+  EXPECT_GT(ones, 0);
+  EXPECT_LT(ones, 200);
+  files.WriteWhole(path, one, Privacy::Private);
+  EXPECT_EQ(files.FileNames(root), std::vector<std::string>{"Character.mud"}) << "no leftovers";
 }
 
 TEST_F(PosixFilesTest, ALinkStaysALink) {

@@ -180,7 +180,7 @@ void MemoryFiles::Remove(const std::string& path) {
 
 void MemoryFiles::Copy(const std::string& from, const std::string& to) {
   Ask("copy", Absolute(from));
-  WriteWhole(to, ReadWhole(from), Privacy::Shared);
+  WriteWhole(to, ReadWhole(from), IsPrivate(from) ? Privacy::Private : Privacy::Shared);
 }
 
 void MemoryFiles::CreateFolder(const std::string& path) {

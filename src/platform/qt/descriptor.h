@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace corvid {
 
@@ -17,6 +18,7 @@ namespace corvid {
 class Descriptor {
  public:
   Descriptor(const std::string& path, int flags, mode_t mode = 0);
+  Descriptor(int number, std::string path) : path_(std::move(path)), number_(number) {}  // takes an open one over
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor();

@@ -2,6 +2,7 @@
 #include "platform/qt/files.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -86,11 +87,38 @@ void SyncFolder(const std::string& folder) {
   close(number);
 }
 
+// Where the system can, a file without a name in the folder: a crash leaves nothing of it behind. -1 where it cannot.
+int OpenNameless(const std::string& folder, mode_t mode) {
+  if (access("/proc/self/fd", X_OK) != 0) return -1;  // it could never be given its name
+  return open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
+}
+
+// What a process that died has left beside a file in the moment before it was put in its place.
+void RemoveLeftovers(const std::string& path) {
+  const fs::path whole(path);
+  const std::string start = whole.filename().string() + ".new-";
+  std::error_code ignored;
+  for (fs::directory_iterator entry(whole.parent_path(), ignored), end; !ignored && entry != end;
+       entry.increment(ignored)) {
+    const std::string name = entry->path().filename().string();
+    if (!name.starts_with(start)) continue;
+    const std::string number = name.substr(start.size());
+    if (number.empty() || number.size() > 9 || number.find_first_not_of("0123456789") != std::string::npos) continue;
+    const auto process = static_cast<pid_t>(std::stol(number));
+    const bool runs = process != getpid() && (kill(process, 0) == 0 || errno == EPERM);
+    if (!runs) unlink(entry->path().c_str());
+  }
+}
+
 // A file written beside the one that it is to replace; gone again unless it was put in its place.
 class Replacement {
  public:
   Replacement(const std::string& path, mode_t mode)
-      : path_(path), beside_(path + ".new-" + std::to_string(getpid())), file_(Fresh(beside_), Flags, mode) {
+      : path_(path),
+        folder_(fs::path(path).parent_path().string()),
+        beside_(path + ".new-" + std::to_string(getpid())),
+        nameless_(OpenNameless(folder_, mode)),
+        file_(nameless_ >= 0 ? nameless_ : OpenNamed(mode), beside_) {
     fchmod(file_.Number(), mode);  // past the umask: the mode is the old file's or a private one
   }
   Replacement(const Replacement&) = delete;
@@ -101,21 +129,29 @@ class Replacement {
   void Fill(std::string_view bytes) {
     file_.Write(bytes);
     file_.Sync();
-    file_.Close();
   }
   void PutInPlace() {
+    if (nameless_ >= 0) GiveName();
+    file_.Close();
     if (rename(beside_.c_str(), path_.c_str()) != 0) FailFor(errno, path_);
     done_ = true;
-    SyncFolder(fs::path(path_).parent_path().string());
+    SyncFolder(folder_);
   }
 
  private:
-  static constexpr int Flags = O_WRONLY | O_CREAT | O_EXCL;
-  static const std::string& Fresh(const std::string& beside) {
-    unlink(beside.c_str());  // left by a crash of a process that had our number
-    return beside;
+  int OpenNamed(mode_t mode) const {
+    const int number = open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (number < 0) FailFor(errno, beside_);
+    return number;
   }
-  std::string path_, beside_;
+  // A name cannot be taken from a file that has it, so the new one stands beside it for a moment.
+  void GiveName() const {
+    const std::string open = "/proc/self/fd/" + std::to_string(nameless_);
+    if (linkat(AT_FDCWD, open.c_str(), AT_FDCWD, beside_.c_str(), AT_SYMLINK_FOLLOW) != 0) FailFor(errno, beside_);
+  }
+
+  std::string path_, folder_, beside_;
+  int nameless_;
   Descriptor file_;
   bool done_ = false;
 };
@@ -194,6 +230,7 @@ void PosixFiles::WriteWhole(const std::string& path, std::string_view bytes, Pri
   if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
   // A file that its owner made read-only is meant to stay, though its folder would let us replace it.
   if (Exists(real) && access(real.c_str(), W_OK) != 0) FailFor(errno, real);
+  RemoveLeftovers(real);
   Replacement replacement(real, ModeFor(real, privacy));
   replacement.Fill(bytes);
   replacement.PutInPlace();
@@ -227,7 +264,11 @@ void PosixFiles::Remove(const std::string& path) {
 }
 
 void PosixFiles::Copy(const std::string& from, const std::string& to) {
-  WriteWhole(to, ReadWhole(from), Privacy::Shared);
+  // What only its owner may read stays so, under whatever name.
+  struct stat facts {};
+  const bool known = stat(Resolve(from).c_str(), &facts) == 0;
+  const bool shared = known && (facts.st_mode & static_cast<mode_t>(S_IRWXG | S_IRWXO)) != 0;
+  WriteWhole(to, ReadWhole(from), shared ? Privacy::Shared : Privacy::Private);
 }
 
 void PosixFiles::CreateFolder(const std::string& path) {
