@@ -8,6 +8,7 @@
 
 #include <array>
 
+#include "core/keys.h"
 #include "platform/qt/clock.h"
 #include "platform/qt/console_output.h"
 #include "platform/qt/program_start.h"
@@ -29,6 +30,10 @@ class EchoProgram : public FaceEvents, public DialogEvents {
     face.SetTitle("Corvid");
   }
   void KeyDown(int16 KeyCode, int16 Shift) override {
+    if (KeyCode == keycode::Tab) {
+      face.SetEntryLabel(++tabs < 3 ? "Script " + std::to_string(tabs) : "Entry");
+      return;
+    }
     if (KeyCode != 13) shown.Append("key " + std::to_string(KeyCode) + "/" + std::to_string(Shift) + "\r\n");
   }
   void KeyTyped(const std::string& character) override {
@@ -85,6 +90,7 @@ class EchoProgram : public FaceEvents, public DialogEvents {
   DialogModel model;
   std::string result;
   bool open = false;
+  int tabs = 0;
 };
 
 class ConsoleFaceTest : public testing::Test {
@@ -147,9 +153,13 @@ TEST_F(ConsoleFaceTest, AWindowShownAnewTellsWhatWasMissed) {
 }
 
 TEST_F(ConsoleFaceTest, AScriptWindowIsWrittenOutWithTheWayBack) {
-  const std::string back = "What you type goes into this window. /key Control-Tab goes to the next one.\n";
+  const std::string back = "What you type goes into this window. /entry leads back to the entry line.\n";
   EXPECT_EQ(Run("window Error Log\n"), "=== Corvid\nTyping into: Error Log\n\nfirst error\nsecond error\n" + back);
   EXPECT_EQ(Run("window Entry\n"), "=== Corvid\n") << "it is there from the start";
+  EXPECT_EQ(Run("/entry\n//entry\n"), "=== Corvid\nTyping into: Entry\nYou say: /entry[31m\n");
+  const std::string there = Run("window Error Log\n/entry\nhello\n");
+  EXPECT_NE(there.find("\nTyping into: Entry\nYou say: "), std::string::npos) << there;
+  EXPECT_EQ(there.find("Typing into: Script"), std::string::npos) << "windows on the way are passed in silence";
   const std::string text = Run("long window\n");
   EXPECT_NE(text.find("...\nline "), std::string::npos) << text;
   EXPECT_NE(text.find("line 399\n" + back), std::string::npos);

@@ -23,6 +23,7 @@ constexpr std::size_t MissedCodes = 2000;  // kept of what comes to a window tha
 constexpr std::size_t ShownCodes = 2000;   // of the text of a script window, from its end
 
 constexpr const char* EntryName = "Entry";
+constexpr int MostWindows = 100;  // passed on the way back to the entry line
 
 // Prints what comes to the window that is shown, and what was missed of one that is shown anew.
 class WindowWatch : public TextObserver {
@@ -82,10 +83,12 @@ struct ConsoleFace::Parts {
       dialog.Answer(line);
     } else if (StartsWithText(line, "/key ")) {
       PressNamed(Trim(line.substr(5)));
+    } else if (SameText(Trim(line), "/entry")) {
+      GoToEntry();
     } else if (entry != nullptr) {
       ChangeFocus(MainFocus::Entry);
       entry->SetSelStart(entry->Length());
-      entry->SetSelText(StartsWithText(line, "//key") ? line.substr(1) : line);
+      entry->SetSelText(StartsWithText(line, "//key") || StartsWithText(line, "//entry") ? line.substr(1) : line);
       keys.Press(keycode::Enter, 0);
     }
   }
@@ -96,7 +99,16 @@ struct ConsoleFace::Parts {
     const bool cut = text.size() > ShownCodes;
     if (cut) text.erase(0, text.find('\n', text.size() - ShownCodes) + 1);
     if (!IsBlank(text)) output.Line((cut ? "...\n" : "") + text);
-    output.Line("What you type goes into this window. /key Control-Tab goes to the next one.");
+    output.Line("What you type goes into this window. /entry leads back to the entry line.");
+  }
+
+  // The script windows stand in a circle.
+  void GoToEntry() {
+    passing = true;
+    for (int step = 0; step < MostWindows && entryLabel != EntryName && !dialog.IsOpen(); ++step)
+      keys.Press(keycode::Tab, ControlBit);
+    passing = false;
+    output.Line("Typing into: " + entryLabel);
   }
 
   // A line cannot hold a function key, so it is pressed by its name.
@@ -128,6 +140,7 @@ struct ConsoleFace::Parts {
   MainFocus focus = MainFocus::Entry;
   std::string title, clipboard;
   std::string entryLabel = EntryName;
+  bool passing = false;  // through windows that are not to be written out
   bool shown = false;
   bool broken = false;
   bool gone = false;
@@ -190,6 +203,7 @@ MainFocus ConsoleFace::Focus() const {
 void ConsoleFace::SetEntryLabel(const std::string& label) {
   if (label == parts_->entryLabel) return;
   parts_->entryLabel = label;
+  if (parts_->passing) return;
   parts_->output.Line("Typing into: " + label);
   if (label != EntryName && parts_->entry != nullptr) parts_->ShowScriptWindow();
 }
