@@ -73,6 +73,69 @@ class Language(unittest.TestCase):
             with self.subTest(expression):
                 self.assertRegex(self.value_of(f"%EVAL(({expression}))"), "xpression")
 
+    def sent_by(self, line):
+        """What a typed line sends to the game."""
+        self.corvid.line(line)
+        self.corvid.line(f">{END}")
+        sent = []
+        while True:
+            text = self.corvid.event("send")["text"]
+            if text == END:
+                return sent
+            sent.append(text)
+
+    def test_what_is_told_of_lines_holds(self):
+        self.corvid.line("#ALIAS hi {say hello, %0};#ALIAS two {say %1 and %2};#VARIABLE foe rat")
+        self.corvid.line("#ALIAS again {%EXPAND(kill @foe)};#ALIAS later {kill @foe};#VARIABLE lastchat news")
+        self.corvid.line("#ALIAS say2 {say @{last%1}};#VARIABLE foe boar")
+        for line, sent in (
+                ("get lamp;light lamp", ["get lamp", "light lamp"]),
+                ("say me~;you", ["say me;you"]),
+                ("say a~@b and ~~", ["say a@b and ~"]),
+                (">say a;b @foe", ["say a;b @foe"]),
+                ("hi raven", ["say hello, raven "]),
+                ("two {one thing} other", ["say one thing and other"]),
+                ("again", ["kill rat"]),
+                ("later", ["kill boar"]),
+                ("say2 chat", ["say news"]),
+                ("say @{foe}s, @foes", ["say boars, "]),
+                ("say %LEFT(abc,1)%RIGHT(xyz,1)", ["say a%RIGHT(xyz,1)"]),
+                ("say %CONNECTED(nobody)", ["say 1"]),
+                ("say 100% %NOSUCH", ["say 100% %NOSUCH"]),
+                ("mail anna@example.org", ["mail anna.org"]),
+                ("eve:say hello", ["say hello"]),
+                ("e::say hello", ["say hello"]),
+                ("*:say hello", ["say hello"]),
+                ("say one:two", ["say one:two"]),
+                ("#3 {dig %I}", ["dig 1", "dig 2", "dig 3"]),
+                ("#FORALL {a|b} {get %I}", ["get a", "get b"]),
+                ("#W {@n < 2} {#MATH n {@n + 1};dig}", ["dig", "dig"]),
+                ("#10 {#IF {%I = 3} {#A?ORT all};dig}", ["dig", "dig"]),
+                ("@name = {some body};say @name", ["say some body"]),
+                ("#IF {\"Bob\"=\"BOB\"} {nod} {shake}", ["nod"]),
+                (">>all; @this", ["all; @this"]),
+                ("and; @that", ["and; @that"]),
+                ("<<now;then", ["now", "then"]),
+        ):
+            with self.subTest(line):
+                if line.startswith("#W "):
+                    self.corvid.line("#VARIABLE n 0")
+                if line.startswith(">>") or line.startswith("and;"):
+                    self.corvid.line(line)
+                    self.corvid.event("send", text=sent[0])
+                    continue
+                self.assertEqual(sent, self.sent_by(line))
+        self.assertEqual([], [e for e in self.corvid.seen if e["event"] == "dialog"])
+
+    def test_a_separator_before_the_closing_brace_sends_an_empty_line(self):
+        (self.folder / "lamp.set").write_bytes(b"#ALIAS good {\r\n  get lamp;\r\n  light lamp\r\n}\r\n"
+                                               b"#ALIAS bad {  // a comment\r\n  get lamp;\r\n  light lamp;\r\n}\r\n"
+                                               b"; a comment\r\n#ALIAS url {say http:~//example.org}\r\n")
+        self.corvid.line("#LOAD lamp.set")
+        self.assertEqual(["get lamp", "light lamp"], self.sent_by("good"))
+        self.assertEqual(["get lamp", "light lamp", ""], self.sent_by("bad"))
+        self.assertEqual(["say http://example.org"], self.sent_by("url"))
+
     def test_every_example_is_a_command_that_the_program_takes(self):
         blocks = examples()
         self.assertGreater(len(blocks), 70)
