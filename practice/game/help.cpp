@@ -17,17 +17,19 @@ struct Topic {
 // The order decides which topic an abbreviation finds.
 constexpr Topic ClientTopics[] = {
     {"enter",
-     "The line at the bottom of the client is the entry. Type there, and press Enter: the line goes to the game, and "
-     "the game's answer is spoken.\n"
+     "The line at the bottom of the client is the entry; on a text console it is the line you are typing. Press Enter: "
+     "the line goes to the game, and the game's answer is spoken.\n"
      "A semicolon parts several lines: n;e;sw sends three of them, one after the other.\n"
      "A line that begins with # is for the client itself and is not sent."},
     {"lines",
-     "The entry keeps the lines you typed, one below the other. Up Arrow and Down Arrow move between them, and each is "
-     "spoken as you come to it. Press Enter on an earlier line and it is sent again; it is copied to the end, and the "
-     "old one stays where it is. You can change it before you press Enter."},
+     "In the window the entry keeps the lines you typed, one below the other. Up Arrow and Down Arrow move between "
+     "them, and each is spoken as you come to it. Press Enter on an earlier line and it is sent again; it is copied to "
+     "the end, and the old one stays where it is. You can change it before you press Enter.\n"
+     "On a text console the arrow keys are not the client's. There a short word of your own saves the typing: "
+     "#ALIAS kr {kill rat} makes kr stand for kill rat, in the window too."},
     {"control",
-     "Tap the Control key alone, without another key, and all speech stops at once. Nothing is lost: every line is in "
-     "the window, and the next line from the game is spoken again."},
+     "Tap the Control key alone, without another key, and all speech stops at once; on a text console type /key "
+     "Control. Nothing is lost: every line is on the screen, and the next line from the game is spoken again."},
     {"configure",
      "#CONFIGURE sets one option of the client. Write the option's name in full, then its value. Some to try here:\n"
      "#CONFIGURE RemoveAsciiArt 0 reads pictures made of signs, 1 keeps them silent.\n"

@@ -33,7 +33,7 @@ const std::array<Room, RoomCount> Rooms = {{
      false,
      "",
      "lines",
-     "Up Arrow in the entry brings back the line you typed before, and Enter sends it again. Try help lines."},
+     "A line you typed can be sent again without typing it anew. Try help lines."},
     {"The Top of the Clock Tower",
      "Wind blows through the open arches. A bronze bell hangs from a beam, with a rope that asks to be pulled. Far "
      "below lie the square, the woods and the pond.",

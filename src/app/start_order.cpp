@@ -7,6 +7,7 @@
 #include "files/buffer_state.h"
 #include "files/buffers.h"
 #include "files/saving.h"
+#include "files/shipped_files.h"
 #include "files/user_folder.h"
 #include "platform/platform.h"
 #include "script/options_state.h"
@@ -69,16 +70,15 @@ bool StartOrder::Form_Load(const StartRequest& request) {
   return !c.platform.events.Ending();
 }
 
-// A newcomer is asked nothing: the practice game's own folder is filled from the shipped files, with speech set up.
+// A newcomer is asked nothing: the practice game's own folder is filled from the shipped files and kept as new as they
+// are, with speech set up.
 void StartOrder::PreparePractice(const std::string& folder) {
   const StartHouse& c = house_;
   if (folder.empty()) return;
   Files& files = c.platform.files;
   files.CreateFolder(folder);
-  std::string ErrorDescription;
-  if (!files.FileExists(folder + "/start.set"))
-    c.userFolder.MoveDataFolder(c.platform.places.AppFolder(), folder + "/", ErrorDescription);
-  if (!ErrorDescription.empty()) throw Fault(FaultKind::FileIo, ErrorDescription);
+  Trap trap{c.upcalls.errors, "PreparePractice", {folder}};
+  trap.Step([&] { RefreshShippedFiles(files, c.platform.places.AppFolder(), folder); });
   if (files.FileExists(folder + "/speech.ini")) return;
   constexpr int16 OwnVoices = 3;
   c.speechState.SpeechType = {0, OwnVoices, OwnVoices, OwnVoices, OwnVoices, OwnVoices, OwnVoices};

@@ -126,6 +126,27 @@ TEST(FirstStart, FromNothingIsAskedStepByStepAndSpoken) {
   EXPECT_TRUE(heard);
 }
 
+TEST(PracticeStart, KeepsTheShippedFilesNewAndThePlayersOwn) {
+  MemoryPlatform mem;
+  mem.files.Put("/app/start.set", "#CONFIGURE MarginBell 40\r\n");
+  mem.files.Put("/app/examples/fight.set", "; first\r\n");
+  const StartRequest request{.DataFolder = "/data", .Connect = {}, .PracticePort = "1"};
+  const auto start = [&] {
+    OneRun run(mem);
+    EXPECT_TRUE(run.corvid.Start(request));
+    return run.corvid.optionsState.MarginBell;
+  };
+  EXPECT_EQ(start(), 40);
+  mem.files.Put("/app/start.set", "#CONFIGURE MarginBell 50\r\n");
+  mem.files.Put("/data/examples/fight.set", "; mine\r\n");
+  mem.files.Put("/app/examples/fight.set", "; second\r\n");
+  EXPECT_EQ(start(), 50);
+  EXPECT_EQ(mem.files.ReadWhole("/data/examples/fight.set"), "; mine\r\n");
+  mem.files.Put("/data/start.set", "#CONFIGURE MarginBell 60\r\n");
+  mem.files.Put("/app/start.set", "#CONFIGURE MarginBell 70\r\n");
+  EXPECT_EQ(start(), 60);
+}
+
 TEST(FirstStart, CancelledEndsTheProgram) {
   MemoryPlatform mem;
   mem.files.Put("/app/start.set", "");

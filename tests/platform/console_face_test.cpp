@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <thread>
 
 #include "core/keys.h"
 #include "platform/qt/clock.h"
@@ -42,6 +44,16 @@ class EchoProgram : public FaceEvents, public DialogEvents {
     entry.SetText("");
     if (line == "ask") {
       Ask();
+    } else if (line == "close") {
+      shown.Append("50hp>");
+      hidden.Append("60hp>");
+      face.NoteSession(0, "closed");
+      face.NoteSession(1, "closed");
+      shown.Append("Connection to Mud was closed.");
+      hidden.Append("Connection to Mud was closed.");
+      shown.Append("Bob");
+      shown.Append(" waves\r\n");
+      hidden.Append("Ann waves\r\n");
     } else if (line == "switch") {
       hidden.Append("missed\r\n");
       shown.SetVisible(false);
@@ -166,6 +178,12 @@ TEST_F(ConsoleFaceTest, AScriptWindowIsWrittenOutWithTheWayBack) {
   EXPECT_LT(text.size(), 2200U);
 }
 
+TEST_F(ConsoleFaceTest, TheEndOfAConnectionStandsOnALineOfItsOwn) {
+  EXPECT_EQ(Run("close\nswitch\n"),
+            "=== Corvid\n50hp>\nConnection to Mud was closed.\nBob waves\n"
+            "60hp>\nConnection to Mud was closed.\nAnn waves\nmissed\n");
+}
+
 TEST_F(ConsoleFaceTest, OneQuestionIsAnsweredByOneLine) {
   model.Title = "Key";
   Add(ControlKind::Label, "Name?");
@@ -191,7 +209,8 @@ TEST_F(ConsoleFaceTest, AMessageAsksForAButton) {
   Add(ControlKind::Button, "Repeat");
   const std::string text = Run("ask\nr\nx\n1\n");
   EXPECT_NE(text.find("--- Quit ---\nReally?\n"), std::string::npos) << text;
-  EXPECT_NE(text.find("1 Yes, 2 No (Enter), 3 Repeat?\n1 Yes, 2 No (Enter), 3 Repeat?\nWhich button?\n"),
+  EXPECT_NE(text.find("1 Yes, 2 No (Enter), 3 Repeat?\n--- Quit ---\nReally?\n1 Yes, 2 No (Enter), 3 Repeat?\n"
+                      "Which button?\n"),
             std::string::npos)
       << text;
   EXPECT_EQ(result, "Yes");
@@ -250,6 +269,65 @@ TEST_F(ConsoleFaceTest, TheInputMayEndInADialog) {
 TEST(PlainTextTest, NothingCommandsTheTerminal) {
   EXPECT_EQ(PlainText("a\r\nb\rc\n\x1b[2J\x07\x08\x7f\xc2\x9b\x01\t|"), "a\nb\nc\n[2J\t|");
   EXPECT_EQ(PlainText("\xe9 \xc3\xa9 \xe2\x82"), "\xc3\xa9 \xc3\xa9 \xc3\xa2\xe2\x80\x9a");
+}
+
+// A pipe that nobody reads is what a terminal is that was stopped.
+TEST(ConsoleOutputTest, AReaderThatStopsDoesNotStopTheProgram) {
+  std::array<int, 2> out{};
+  ASSERT_EQ(pipe(out.data()), 0);
+  const auto readAll = [&] {
+    fcntl(out[0], F_SETFL, O_NONBLOCK);
+    std::string text;
+    std::array<char, 4096> bytes{};
+    for (ssize_t count = 0; (count = read(out[0], bytes.data(), bytes.size())) > 0;)
+      text.append(bytes.data(), static_cast<std::size_t>(count));
+    return text;
+  };
+  {
+    ConsoleOutput output(out[1], 0);
+    EXPECT_FALSE(output.Waits());
+    for (int i = 0; i < 40000; ++i) output.Line("line " + std::to_string(i) + std::string(90, '.'));
+    EXPECT_TRUE(output.Flush()) << "the reader is slow, not gone";
+    EXPECT_TRUE(output.Waits());
+    const std::string first = readAll();
+    EXPECT_TRUE(first.starts_with("line 0.")) << first.substr(0, 20);
+    std::string rest;
+    while (output.Waits()) {
+      EXPECT_TRUE(output.Flush());
+      rest += readAll();
+    }
+    EXPECT_LT(rest.size(), ConsoleOutput::MostWaiting + 200000);
+    EXPECT_NE(rest.find("\n(Text is left out here: nothing was reading it.)\nline "), std::string::npos);
+    EXPECT_TRUE(rest.ends_with("line 39999" + std::string(90, '.') + "\n"));
+    output.Line("again");
+    EXPECT_TRUE(output.Flush());
+    EXPECT_FALSE(output.Waits());
+    EXPECT_EQ(readAll(), "again\n");
+    EXPECT_EQ(fcntl(out[1], F_GETFL) & O_NONBLOCK, 0) << "the shell's own descriptor stays as it was";
+  }
+  close(out[1]);
+  close(out[0]);
+}
+
+TEST(ConsoleOutputTest, AReaderThatIsThereGetsEverything) {
+  std::array<int, 2> out{};
+  ASSERT_EQ(pipe(out.data()), 0);
+  std::string text;
+  std::thread reader([&] {
+    std::array<char, 4096> bytes{};
+    for (ssize_t count = 0; (count = read(out[0], bytes.data(), bytes.size())) > 0;)
+      text.append(bytes.data(), static_cast<std::size_t>(count));
+  });
+  {
+    ConsoleOutput output(out[1], 60000);
+    for (int i = 0; i < 40000; ++i) output.Line("line " + std::to_string(i) + std::string(90, '.'));
+    EXPECT_TRUE(output.Flush());
+    EXPECT_FALSE(output.Waits());
+  }
+  close(out[1]);
+  reader.join();
+  close(out[0]);
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 40000);
 }
 
 TEST(ProgramCommandTest, TheDefaultEditorIsThePlayers) {

@@ -102,13 +102,13 @@ TEST(WorldTest, AHintIsGivenOnce) {
   Play(1, R"(
 > n
 = !!SOUND(ding.wav V=40 L=1)
-~ Hint: Up Arrow in the entry
+~ Hint: A line you typed
 > s
 ! Hint:
 > n
 ! Hint:
 > hint
-~ Hint: Up Arrow in the entry
+~ Hint: A line you typed
 )");
 }
 

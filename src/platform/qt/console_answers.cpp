@@ -210,7 +210,9 @@ void ConsoleDialog::Press(int32 button) {
     const Acting acting(acting_);
     driver_.Press(button);
   }
-  if (serial == driver_.Serial()) AskAgain();  // it stayed open: an error, or another page of it
+  if (serial != driver_.Serial()) return;
+  if (Questions().size() == 1) Introduce();  // a message that is to be read once more
+  AskAgain();                                // it stayed open: an error, or another page of it
 }
 
 }  // namespace corvid

@@ -2,6 +2,7 @@
 #include "platform/qt/console_face.h"
 
 #include <QAbstractEventDispatcher>
+#include <QSocketNotifier>
 #include <csignal>
 #include <utility>
 #include <vector>
@@ -30,12 +31,18 @@ class WindowWatch : public TextObserver {
  public:
   explicit WindowWatch(ConsoleOutput& output) : output_(output) {}
 
+  // What the session shows next is about its end: it gets lines of its own, behind a prompt as before what comes after.
+  void SessionClosed() { closing_ = true; }
+
   void TextInserted(const TextModel& model, int32, std::string_view text, int32, bool) override {
+    const bool own = std::exchange(closing_, false);
     if (model.Visible()) {
-      output_.Stream(text);
+      own ? output_.Line(text) : output_.Stream(text);
       return;
     }
+    if (own && !missed_.empty() && missed_.back() != '\n') missed_ += '\n';
     missed_ += text;
+    if (own && missed_.back() != '\n') missed_ += '\n';
     if (missed_.size() <= 2 * MissedCodes) return;
     missed_.erase(0, missed_.size() - MissedCodes);
     missed_.erase(0, missed_.find('\n') + 1);  // from a whole line on, where there is one
@@ -49,6 +56,12 @@ class WindowWatch : public TextObserver {
  private:
   ConsoleOutput& output_;
   std::string missed_;
+  bool closing_ = false;
+};
+
+struct NumberedWatch {
+  int16 Session;
+  std::unique_ptr<WindowWatch> Watch;
 };
 
 }  // namespace
@@ -56,14 +69,17 @@ class WindowWatch : public TextObserver {
 struct ConsoleFace::Parts {
   Parts(const Clock& clock, int in, int out)
       : output(out),
+        writable(output.Descriptor(), QSocketNotifier::Write),
         dialog(output),
         keys(dialog.Driver(), clock),
         input(in, {[this](const std::string& line) { Handle(line); },
                    [this] { output.Line("That line was too long and is dropped."); }, [this] { Quit(); },
                    [this] { return keys.Free() && !(hooks.JobDue && hooks.JobDue()); }}) {
+    writable.setEnabled(false);
     auto* dispatcher = QAbstractEventDispatcher::instance();
     QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &context, [this] { Flush(); });
     QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &context, [this] { Flush(); });
+    QObject::connect(&writable, &QSocketNotifier::activated, &context, [this] { Flush(); });
   }
 
   void Quit() {
@@ -72,7 +88,9 @@ struct ConsoleFace::Parts {
   }
 
   void Flush() {
-    if (output.Flush() || std::exchange(broken, true)) return;
+    const bool reads = output.Flush();
+    writable.setEnabled(output.Waits());
+    if (reads || std::exchange(broken, true)) return;
     QMetaObject::invokeMethod(
         &context, [this] { Quit(); }, Qt::QueuedConnection);
   }
@@ -130,13 +148,14 @@ struct ConsoleFace::Parts {
   }
 
   ConsoleOutput output;
+  QSocketNotifier writable;  // on while text waits for its reader
   ConsoleDialog dialog;
   KeyRouter keys;
   LineInput input;
   Hooks hooks;
   FaceEvents* events = nullptr;
   TextModel* entry = nullptr;
-  std::vector<std::unique_ptr<WindowWatch>> watches;
+  std::vector<NumberedWatch> watches;
   MainFocus focus = MainFocus::Entry;
   std::string title, clipboard;
   std::string entryLabel = EntryName;
@@ -175,9 +194,15 @@ void ConsoleFace::AttachEntry(TextModel& entry) {
   parts_->entry = &entry;
 }
 
-void ConsoleFace::AttachViewport(int16 /*Index*/, bool /*colour*/, TextModel& viewport) {
-  parts_->watches.push_back(std::make_unique<WindowWatch>(parts_->output));
-  viewport.SetObserver(parts_->watches.back().get());
+void ConsoleFace::AttachViewport(int16 Index, bool /*colour*/, TextModel& viewport) {
+  parts_->watches.push_back({Index, std::make_unique<WindowWatch>(parts_->output)});
+  viewport.SetObserver(parts_->watches.back().Watch.get());
+}
+
+void ConsoleFace::NoteSession(int16 session, const std::string& state) {
+  if (state != "closed") return;
+  for (const NumberedWatch& each : parts_->watches)
+    if (each.Session == session) each.Watch->SessionClosed();
 }
 
 void ConsoleFace::ShowMain() {

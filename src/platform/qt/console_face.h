@@ -51,6 +51,7 @@ class ConsoleFace : public Face {
   void StartProgram(const std::string& program, const std::string& file) override;
   void Notice(const std::string& text) override;
   bool PlayerThere() const override;
+  void NoteSession(int16 session, const std::string& state) override;
 
  private:
   struct Parts;

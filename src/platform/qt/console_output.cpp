@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/qt/console_output.h"
 
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 
@@ -19,6 +23,15 @@ long long Milliseconds() {
   using std::chrono::duration_cast;
   using std::chrono::milliseconds;
   return duration_cast<milliseconds>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+// The descriptor itself is shared with the shell and other programs, so it must not be told to write without waiting; a
+// terminal or a pipe can be opened once more for that.
+int OpenAgain(int descriptor) {
+  struct stat kind {};
+  if (fstat(descriptor, &kind) != 0 || (!S_ISFIFO(kind.st_mode) && isatty(descriptor) != 1)) return -1;
+  const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
+  return open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
 }
 
 }  // namespace
@@ -41,7 +54,12 @@ std::string PlainText(std::string_view text) {
   return result;
 }
 
-ConsoleOutput::ConsoleOutput(int descriptor) : descriptor_(descriptor), terminal_(isatty(descriptor) == 1) {}
+ConsoleOutput::ConsoleOutput(int descriptor, int patience)
+    : descriptor_(descriptor), own_(OpenAgain(descriptor)), patience_(patience), terminal_(isatty(descriptor) == 1) {}
+
+ConsoleOutput::~ConsoleOutput() {
+  if (own_ >= 0) close(own_);
+}
 
 void ConsoleOutput::Stream(std::string_view text) {
   const std::string plain = PlainText(text);
@@ -68,15 +86,31 @@ void ConsoleOutput::Bell() {
 bool ConsoleOutput::Flush() {
   std::string_view rest = waiting_;
   while (!rest.empty() && !broken_) {
-    const ssize_t count = write(descriptor_, rest.data(), rest.size());
+    const ssize_t count = write(Descriptor(), rest.data(), rest.size());
     if (count >= 0) {
       rest.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno != EINTR && errno != EAGAIN) {
+      stalled_ = false;
+    } else if (errno == EAGAIN) {
+      stalled_ = stalled_ || !TakesMore();
+      if (stalled_) break;
+    } else if (errno != EINTR) {
       broken_ = true;
     }
   }
-  waiting_.clear();
+  waiting_.erase(0, broken_ ? waiting_.size() : waiting_.size() - rest.size());
+  if (waiting_.size() > MostWaiting) DropOldest();
   return !broken_;
+}
+
+bool ConsoleOutput::TakesMore() const {
+  pollfd ready{Descriptor(), POLLOUT, 0};
+  return poll(&ready, 1, patience_) > 0;
+}
+
+void ConsoleOutput::DropOldest() {
+  std::size_t from = waiting_.size() - MostWaiting / 2;
+  from = std::min(waiting_.find('\n', from), waiting_.size() - 1) + 1;
+  waiting_.replace(0, from, "\n(Text is left out here: nothing was reading it.)\n");
 }
 
 }  // namespace corvid
