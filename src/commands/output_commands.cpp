@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The small commands that reach the player or the game: SEND, BELL, CLIPBOARD, QUIET and SYSKEY.
 #include <algorithm>
+#include <utility>
 
 #include "commands/command_call.h"
+#include "commands/file_operations.h"
 #include "commands/handlers.h"
 #include "core/text.h"
 #include "core/utf8.h"
@@ -11,6 +13,22 @@ namespace corvid {
 
 namespace {
 
+constexpr unsigned char FirstOfText = 14;  // a code below it can end a line
+
+// Another end of lines for a while; the player's own comes back however that ends.
+class OwnLineEnd {
+ public:
+  OwnLineEnd(std::string& lineEnd, std::string meanwhile)
+      : lineEnd_(lineEnd), before_(std::exchange(lineEnd, std::move(meanwhile))) {}
+  ~OwnLineEnd() { lineEnd_ = std::move(before_); }
+  OwnLineEnd(const OwnLineEnd&) = delete;
+  OwnLineEnd& operator=(const OwnLineEnd&) = delete;
+
+ private:
+  std::string& lineEnd_;
+  std::string before_;
+};
+
 // "#QUIET {}" ends the silence; the word alone is a slip.
 bool EmptyBraces(const CommandCall& call) {
   return LTrim(call.current.substr(std::min(call.P[1].size(), call.current.size()))).starts_with('{');
@@ -18,8 +36,18 @@ bool EmptyBraces(const CommandCall& call) {
 
 }  // namespace
 
+// Kept: the parameters go as they stand, so that a file is sent as it is.
 void handler::Send(CommandCall& call) {
-  NotBuilt(call);
+  if (call.checkOnly()) return;
+  const std::string suffix = call.P[4];
+  const bool suffixEndsLine = !suffix.empty() && static_cast<unsigned char>(suffix.back()) < FirstOfText;
+  std::string& terminator = call.house.options.LineTerminator;
+  const OwnLineEnd lineEnd(terminator, suffixEndsLine ? "" : terminator);
+  const std::string file = call.P[2];
+  const std::string prefix = call.P[3];
+  FileOperations(call.house)
+      .Run(fileoperation::Send, file, call.ErrorDescription, prefix, suffix, call.outchannel);  // PUMP
+  if (!call.ErrorDescription.empty()) call.next = Flow::Report;
 }
 
 void handler::Bell(CommandCall& call) {

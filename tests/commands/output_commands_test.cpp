@@ -121,6 +121,39 @@ TEST_F(OutputCommandTest, SayIntoTheEntryKeepsWhatStandsThere) {
   EXPECT_EQ(Entry().Text(), "; #VAR a 1");
 }
 
+// ---- SEND ----
+
+TEST_F(OutputCommandTest, SendGivesTheGameAFileLineByLine) {
+  MakeSession(0, "bob", true);
+  memory.files.Put("/data/a.txt", "first @x;\r\n\r\n#second\r\n");
+  EXPECT_EQ(Run("#SEND a.txt"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "first @x;\r\n\r\n#second\r\n");
+  EXPECT_EQ(Run("#SEND {a.txt} {say } {, friend @x}"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "say first @x;, friend @x\r\nsay , friend @x\r\nsay #second, friend @x\r\n");
+  EXPECT_EQ(Run("#SEND none.txt;#BELL"), "Error finding file /data/none.txt");
+}
+
+TEST_F(OutputCommandTest, SendTakesASuffixThatEndsALineAsTheLineEnd) {
+  MakeSession(0, "bob", true);
+  memory.files.Put("/data/a.txt", "one\r\ntwo\r\n");
+  options.LineTerminator = "\n\r";
+  const struct {
+    std::string Suffix, Sent;
+  } cases[] = {{"\r", "say one\rsay two\r"},
+               {"!\t", "say one!\tsay two!\t"},
+               {"\r!", "say one\r!\n\rsay two\r!\n\r"},
+               {"\x0e", "say one\x0e\n\rsay two\x0e\n\r"},
+               {"\xe9", "say one\xe9\n\rsay two\xe9\n\r"},
+               {"%CHAR(13)", "say one%CHAR(13)\n\rsay two%CHAR(13)\n\r"}};  // the parameters stay as they stand
+  for (const auto& at : cases) {
+    EXPECT_EQ(Run("#SEND {a.txt} {say } {" + at.Suffix + "}"), "") << at.Suffix;
+    EXPECT_EQ(memory.sockets.TakeWritten(0), at.Sent) << at.Suffix;
+    EXPECT_EQ(options.LineTerminator, "\n\r");
+  }
+  EXPECT_NE(Run("#SEND {none.txt} {} {\r}"), "");
+  EXPECT_EQ(options.LineTerminator, "\n\r") << "after an error too";
+}
+
 // ---- SETSPEECH ----
 
 TEST_F(OutputCommandTest, SetSpeechSetsTheChannel) {
