@@ -32,10 +32,13 @@ void MarkChanged(CommandCall& call) {
   call.house.sessions.ScriptChanged.at(static_cast<std::size_t>(call.outchannel)) = true;
 }
 
-bool ListHolds(const std::string& list, const std::string& item) {
-  for (const std::string& held : Split(list, "|"))
-    if (SameText(held, item)) return true;
-  return false;
+bool ListHolds(std::string_view list, std::string_view item) {
+  for (;;) {
+    const std::size_t bar = list.find('|');
+    if (SameText(list.substr(0, bar), item)) return true;
+    if (bar == std::string_view::npos) return false;
+    list.remove_prefix(bar + 1);
+  }
 }
 
 }  // namespace
@@ -88,16 +91,21 @@ void handler::AddItem(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
   const bool single = call.count() == 3;
   if (single && !SameText(call.P[4], "NODUPLICATES")) return call.fail("If included, parameter 3 must be NoDuplicates");
-  Symbols& symbols = call.house.symbols;
   const std::string& item = call.P[3];
-  std::string list;
-  if (symbols.FindVariable(call.P[2], list, call.owner) == 0 || list.empty()) {
+  const int32 row = call.house.symbols.FindVariableRow(call.P[2], call.owner);
+  if (row == 0) {
+    call.house.symbols.AddVariable(call.P[2], item, call.owner, call.ErrorDescription);
+    if (!call.ErrorDescription.empty()) call.next = Flow::Report;
+    return;
+  }
+  // In place: a list that grows item by item would otherwise be copied for each of them.
+  std::string& list = call.house.script.VariableValues[row];
+  if (list.empty()) {
     list = item;
   } else if (!single || !ListHolds(list, item)) {
-    list += "|" + item;
+    list += '|';
+    list += item;
   }
-  symbols.AddVariable(call.P[2], list, call.owner, call.ErrorDescription);
-  if (!call.ErrorDescription.empty()) call.next = Flow::Report;
 }
 
 void handler::UnAlias(CommandCall& call) {

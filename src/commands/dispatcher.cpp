@@ -17,8 +17,8 @@ struct Dispatcher::Line {
   Parameters& rvar;
   int16& outchannel;
   ParsedCommand& P;
-  std::string current;  // the commands that are still to come, from the running one on
-  std::string rest;
+  std::string_view current;  // the commands that are still to come, from the running one on: a piece of inlineText
+  std::string_view rest;
 };
 
 // Parts for one line, given back when the line ends in whatever way.
@@ -74,7 +74,7 @@ void Dispatcher::ProcessCommand(const std::string& inlineText, int16& options, s
     Flow next = Flow::NextCommand;
     do {
       next = OneCommand(line);
-      line.current = Trim(line.rest);
+      line.current = TrimView(line.rest);
     } while (next == Flow::NextCommand && !line.rest.empty());
   } catch (const std::exception& fault) {
     ErrorDescription = std::string("Bad parsing error - ") + fault.what();
@@ -100,14 +100,13 @@ bool Dispatcher::Enter(Line& line) {
     Finish(line, call.next);
     return false;
   }
-  line.current = Trim(line.inlineText);
+  line.current = TrimView(line.inlineText);
   return true;
 }
 
 Flow Dispatcher::OneCommand(Line& line) {
   const OwnerId owner = house_.script.SocketOwner[line.outchannel];
   int16 part = 0;
-  line.rest.clear();
   house_.scanner.ParseCommand(line.current, part, line.P, line.ErrorDescription, line.rest, line.options);
   if (!line.ErrorDescription.empty()) return Flow::Leave;  // the scanner has told it
 

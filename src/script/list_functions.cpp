@@ -19,12 +19,13 @@ std::string DelNItem(FunctionCall& call) {
 }
 
 std::string Pop(FunctionCall& call) {
-  std::string list;
-  const int32 row = call.world.symbols.FindVariable(call.Text(1), list, call.owner);
+  const int32 row = call.world.symbols.FindVariableRow(call.Text(1), call.owner);
   if (row == 0) return "";
+  std::string& list = call.world.state.VariableValues[row];
   const std::size_t bar = list.find('|');
-  call.world.state.VariableValues[row] = bar == std::string::npos ? "" : list.substr(bar + 1);
-  return list.substr(0, bar);
+  std::string first = list.substr(0, bar);
+  list.erase(0, bar == std::string::npos ? bar : bar + 1);
+  return first;
 }
 
 std::string Push(FunctionCall& call) {

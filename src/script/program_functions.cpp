@@ -49,8 +49,7 @@ std::string Connected(FunctionCall& call) {
 }
 
 std::string Defined(FunctionCall& call) {
-  std::string value;
-  return OneOrZero(call.world.symbols.FindVariable(call.Text(1), value, call.owner) != 0);
+  return OneOrZero(call.world.symbols.FindVariableRow(call.Text(1), call.owner) != 0);
 }
 
 std::string EndOfFile(FunctionCall& call) {

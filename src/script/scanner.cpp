@@ -32,7 +32,7 @@ class Cutter {
   }
 
   int16 Parts() const { return part_; }
-  std::string Rest() const { return std::string(text_.substr(position_)); }  // behind the separator
+  std::string_view Rest() const { return text_.substr(position_); }  // behind the separator
 
  private:
   void AtTop(char c) {
@@ -105,10 +105,17 @@ class Cutter {
 void Scanner::ParseCommand(const std::string& inlineText, int16& part, ParsedCommand& parser,
                            std::string& ErrorDescription, std::string& UnprocessedPart, int16 options) {
   const std::string original{std::string_view(inlineText)};  // a copy: it may be the same text as UnprocessedPart
+  std::string_view rest;
+  ParseCommand(std::string_view(original), part, parser, ErrorDescription, rest, options);
+  UnprocessedPart = rest;
+}
+
+void Scanner::ParseCommand(std::string_view inlineText, int16& part, ParsedCommand& parser,
+                           std::string& ErrorDescription, std::string_view& UnprocessedPart, int16 options) {
   parser.Clear();
   part = 1;
-  UnprocessedPart.clear();
-  std::string_view text = TrimView(original);
+  UnprocessedPart = {};
+  std::string_view text = TrimView(inlineText);
   std::string error;
   if (!text.empty() && text.front() == '{') {
     text.remove_prefix(1);
@@ -126,7 +133,7 @@ void Scanner::ParseCommand(const std::string& inlineText, int16& part, ParsedCom
   }
   if (error.empty()) return;
   ErrorDescription = error;
-  errors_.ErrorReport(ErrorDescription, original, 0, options);
+  errors_.ErrorReport(ErrorDescription, std::string(inlineText), 0, options);
 }
 
 void Scanner::ExecuteAlias(std::string_view sString2, int16 SChannel, OwnerId SOwner) {

@@ -36,6 +36,11 @@ class Scanner {
   void ParseCommand(const std::string& inlineText, int16& part, ParsedCommand& parser, std::string& ErrorDescription,
                     std::string& UnprocessedPart, int16 options);
 
+  // The same for a text that stays where it is: UnprocessedPart is then a piece of inlineText, so that a line of a
+  // hundred thousand statements is not copied for each of them.
+  void ParseCommand(std::string_view inlineText, int16& part, ParsedCommand& parser, std::string& ErrorDescription,
+                    std::string_view& UnprocessedPart, int16 options);
+
   // Runs a whole text, statement by statement. Returns 0 when all went well, else a position near the failing
   // statement; the failure is reported already and later statements are not run. May pump events.
   int32 ExecuteBuffer(std::string bufString, int16 options, int16& outchannel);

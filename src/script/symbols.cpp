@@ -51,8 +51,7 @@ bool IsVariableName(std::string_view name) {
 void Symbols::AddVariable(std::string vName2, std::string VValue, OwnerId Owner, std::string&, std::string VDefault2) {
   const std::string name = Upper(TrimView(vName2));
   if (name.empty()) return;
-  std::string present;
-  if (const int32 row = FindVariable(name, present, Owner); row != 0) {
+  if (const int32 row = FindVariableRow(name, Owner); row != 0) {
     state_.VariableValues[row] = std::move(VValue);
     return;
   }
@@ -132,16 +131,20 @@ void Symbols::Addmacro(int16 kc, int16 ks, std::string kvalue, OwnerId Owner, st
 
 int32 Symbols::FindVariable(std::string_view VN2, std::string& vv, OwnerId vo) const {
   if (state_.VariableCount == 0) return 0;  // Kept: vv stays as it was.
-  const auto owner = [&](int32 row) { return state_.VariableOwners[row]; };
-  const int32 row = BestRow(
-      state_.VariableCount, NameOrder(state_.VariableNames, VN2), NameIsFree(state_.VariableNames),
-      [&](int32 candidate) { return owner(candidate) == vo; }, [&](int32 candidate) { return owner(candidate) == 0; });
+  const int32 row = FindVariableRow(VN2, vo);
   if (row == 0) {
     vv.clear();
   } else {
     vv = state_.VariableValues[row];
   }
   return row;
+}
+
+int32 Symbols::FindVariableRow(std::string_view VN2, OwnerId vo) const {
+  const auto owner = [&](int32 row) { return state_.VariableOwners[row]; };
+  return BestRow(
+      state_.VariableCount, NameOrder(state_.VariableNames, VN2), NameIsFree(state_.VariableNames),
+      [&](int32 candidate) { return owner(candidate) == vo; }, [&](int32 candidate) { return owner(candidate) == 0; });
 }
 
 int16 Symbols::FindAlias(std::string_view VN2, OwnerId vo, bool checkclass) const {

@@ -39,6 +39,7 @@ class Symbols {
 
   // Row, or 0. vv receives the value of the row, empty when there is none; with an empty table it stays as it was.
   int32 FindVariable(std::string_view VN2, std::string& vv, OwnerId vo) const;
+  int32 FindVariableRow(std::string_view VN2, OwnerId vo) const;  // the row alone: a value can be a list of megabytes
   // Row, or 0. With checkclass only rows whose class list is active for the wanted owner count.
   int16 FindAlias(std::string_view VN2, OwnerId vo, bool checkclass) const;
   int16 FindMacro(int16 kc, int16 ks, OwnerId ko, bool checkclass) const;

@@ -105,9 +105,16 @@ std::string NumWords(FunctionCall& call) {
 std::string Word(FunctionCall& call) {
   const int32 position = call.Whole(3);
   if (position < 1) throw Fault(FaultKind::Index, "A position is below 1");
-  if (call.Text(1).empty() || call.Text(2).empty()) return call.Text(1);
-  const std::vector<std::string> words = Split(call.Text(1), call.Text(2));
-  return words[std::min(words.size(), static_cast<std::size_t>(position)) - 1];
+  const std::string& text = call.Text(1);
+  const std::string& separator = call.Text(2);
+  if (text.empty() || separator.empty()) return text;
+  std::size_t start = 0;
+  for (int32 word = 1; word < position; ++word) {
+    const std::size_t found = text.find(separator, start);
+    if (found == std::string::npos) break;
+    start = found + separator.size();
+  }
+  return text.substr(start, text.find(separator, start) - start);
 }
 
 constexpr std::array<FunctionRow, 15> Rows{{

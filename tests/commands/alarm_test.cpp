@@ -144,6 +144,16 @@ TEST_F(AlarmTest, AnAlarmThatWaitsForItsSuccessorIsStopped) {
   EXPECT_NE(ErrorLog().find("recursive check - probable infinite loop detected"), std::string::npos);
 }
 
+TEST_F(AlarmTest, AFaultInATickIsLoggedAndTheOthersGoOn) {
+  Run("#ALARM 1 {say one};#ALARM 1 {say two}");
+  control.AlarmChannel[1] = 99;  // no session has that number
+  Effects();
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say two/");
+  EXPECT_EQ(Of("speech"), (Lines{"1 Error logged."}));
+  EXPECT_NE(memory.files.ReadWhole("/data/error.log").find("Procedure: alarm_timer\r\n"), std::string::npos);
+}
+
 TEST_F(AlarmTest, ATimeBeyondNumbersIsAParsingError) {
   EXPECT_TRUE(Run("#ALARM 1E300 {say hi}").starts_with("Bad parsing error - "));
   EXPECT_TRUE(Run("#WAIT 1E300").starts_with("Bad parsing error - "));
