@@ -20,6 +20,7 @@
 #include "files/saving.h"
 #include "files/user_folder.h"
 #include "input/keyboard.h"
+#include "input/menus.h"
 #include "script/expansion.h"
 #include "script/expression.h"
 #include "script/functions.h"
@@ -64,6 +65,7 @@ class Corvid : public Screens {
   SessionState sessionState;
   SpeechState speechState;
   KeyboardState keyboardState;
+  MenuState menuState;
   ControlState controlState;
   ScriptFileState scriptFileState;
 
@@ -95,6 +97,7 @@ class Corvid : public Screens {
   Speech speech;
   SpeechSettings speechSettings;
   VoiceKeys voiceKeys;
+  Menus menus;
   Keyboard keyboard;
   Errors errors;
   Alarms alarms;

@@ -17,6 +17,12 @@ std::vector<JsonSession> ProgramQueries::SessionList() const {
   return list;
 }
 
+JsonMenu ProgramQueries::MenuShown() const {
+  const MenuState& menu = corvid_.menuState;
+  if (!menu.ListOpen) return {};
+  return {true, menu.CurrentMenu, menu.ListItems, menu.ListIndex};
+}
+
 bool ProgramQueries::BufferShown(int16 number, std::string& name, std::string& text) const {
   const BufferState& buffers = corvid_.bufferState;
   if (number < 1 || number > buffers.BufferCount) return false;

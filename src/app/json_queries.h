@@ -13,7 +13,7 @@ class ProgramQueries : public JsonQueries {
 
   TextModel& OutputText() override { return corvid_.sessionState.OutputWindow(corvid_.scriptState.CurrentSocket); }
   std::vector<JsonSession> SessionList() const override;
-  JsonMenu MenuShown() const override { return {}; }  // there are no menus yet, so none is open
+  JsonMenu MenuShown() const override;
   bool BufferShown(int16 number, std::string& name, std::string& text) const override;
 
  private:

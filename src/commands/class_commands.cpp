@@ -6,6 +6,7 @@
 #include "commands/handlers.h"
 #include "core/pattern.h"
 #include "core/text.h"
+#include "input/menus.h"
 #include "script/symbols.h"
 
 namespace corvid {
@@ -64,15 +65,25 @@ void RemoveClass(CommandCall& call, Verdict goes) {
   if (SameText(current, name)) current.clear();
 }
 
+// The classes that are on for the command's owner. Kept: what stands behind a name tells whom the command is for, not
+// whom the class is.
+void ShowClasses(CommandCall& call) {
+  const ScriptState& script = call.house.script;
+  if (script.ClassCount == 0) return call.house.platform.face.Beep();
+  const OwnerId owner = call.definitionOwner;
+  const std::string whose = owner == 0 ? " Global" : " " + call.house.sessions.CharacterName[owner];
+  std::vector<std::string> rows;
+  for (int16 i = 1; i <= script.ClassCount; ++i)
+    if (script.ClassOwners[i] == 0 || script.ClassOwners[i] == owner) rows.push_back(script.ClassNames[i] + whose);
+  if (!rows.empty()) call.house.menus.ShowList(rows, "CLASS");
+}
+
 }  // namespace
 
 void handler::Class(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
   ScriptState& script = call.house.script;
-  if (call.count() == 0) {
-    if (script.ClassCount == 0) return call.house.platform.face.Beep();
-    return call.fail("The list of classes is not built yet");
-  }
+  if (call.count() == 0) return ShowClasses(call);
   if (call.P[2].find('|') != std::string::npos)
     return call.fail("Only one class may be specified in the  first parameter.");
   const std::string name = call.P[2] == "0" ? "" : call.P[2];

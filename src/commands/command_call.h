@@ -26,6 +26,7 @@ class DataFiles;
 class Expansion;
 class ExpressionEvaluator;
 class Logs;
+class Menus;
 class OutputWindows;
 class Scanner;
 class Sessions;
@@ -56,6 +57,7 @@ struct CommandHouse {
   Upcalls& upcalls;
   SpeechState& speechSettings;
   Speech& speech;
+  Menus& menus;
 };
 
 // What comes after a command.

@@ -31,7 +31,6 @@ struct ControlState {
   std::array<bool, MaxConnections + 1> OkFlag{};  // set by OK, by session
 
   int16 SetSpeechChannel = 0;  // channel that SETSPEECH named last; 0: none yet
-  std::string AutoMenuPath;    // steps through the menus that AUTOMENU left for them, in upper case
 };
 
 }  // namespace corvid

@@ -4,6 +4,7 @@
 #include "commands/handlers.h"
 #include "core/number.h"
 #include "core/text.h"
+#include "input/menus.h"
 #include "script/symbols.h"
 #include "sessions/logs.h"
 
@@ -30,12 +31,21 @@ void WriteWords(CommandHouse& house, int16 session) {
                                   Privacy::Shared);
 }
 
+void ShowWords(CommandCall& call) {
+  const ScriptState& script = call.house.script;
+  std::vector<std::string> words;
+  for (int16 i = 1; i <= script.TabWordCount; ++i)
+    if (script.TabOwners[i] == call.owner && !script.TabWords[i].empty()) words.push_back(script.TabWords[i]);
+  if (words.empty()) return call.house.platform.face.Beep();  // an empty list would only be in the way
+  call.house.menus.ShowList(words, "ONETIME");
+}
+
 }  // namespace
 
 void handler::Tab(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
-  if (call.count() == 0) return call.fail("The list of tab words is not built yet");
   ScriptState& script = call.house.script;
+  if (call.count() == 0) return ShowWords(call);
   for (const std::string& word : Split(call.P[2], "|")) {
     if (word.empty() || FindWord(script, word, call.owner) != 0) continue;
     script.TabWordCount = AddInt16(script.TabWordCount, 1);

@@ -7,6 +7,7 @@
 #include "commands/handlers.h"
 #include "core/text.h"
 #include "files/buffers.h"
+#include "input/menus.h"
 
 namespace corvid {
 
@@ -55,14 +56,12 @@ void handler::Window(CommandCall& call) {
 
 void handler::AutoMenu(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
-  std::string name = call.P[2];
-  if (const std::size_t bar = name.find('|'); bar != std::string::npos) {
-    call.house.control.AutoMenuPath = Upper(std::string_view(name).substr(bar + 1));
-    name.erase(bar);
-  }
-  name = Upper(name);
+  const std::string words = Upper(call.P[2]);
+  const std::size_t bar = words.find('|');
+  const std::string name = words.substr(0, bar);
+  const std::string path = bar == std::string::npos ? "" : words.substr(bar + 1);
   if (name != "MAIN" && name != "WINDOW") return call.fail("Bad menu name: " + name);
-  call.fail("Corvid does not have its menus yet: " + name);
+  call.house.menus.OpenMenu(name == "MAIN" ? "MAIN//00" : "BUFFERMENU//00", path);  // PUMP
 }
 
 }  // namespace corvid

@@ -22,13 +22,14 @@ bool IsArrow(int16 KeyCode) {
 }  // namespace
 
 Keyboard::Keyboard(KeyboardStates states, Symbols& symbols, Scanner& scanner, Buffers& buffers, Saving& saving,
-                   TimerRoutines& timers, Platform& platform, Upcalls& upcalls)
+                   TimerRoutines& timers, Menus& menus, Platform& platform, Upcalls& upcalls)
     : state_(states),
       symbols_(symbols),
       scanner_(scanner),
       buffers_(buffers),
       saving_(saving),
       timers_(timers),
+      menus_(menus),
       platform_(platform),
       upcalls_(upcalls) {}
 
@@ -78,6 +79,10 @@ void Keyboard::Form_KeyDown(int16 KeyCode, int16 Shift) {
   }
   if (KeyCode == keycode::Alt) keys.AltTabbed = false;
   InterruptSpeech();
+  if (menus_.ListOpen()) {                                      // all keys are the list's, macros too
+    keys.SwallowKeyPress = menus_.ListKeyDown(KeyCode, Shift);  // PUMP
+    return;
+  }
   if (RunMacro(KeyCode, Shift) || BuiltInKey(KeyCode, Shift)) {
     keys.SwallowKeyPress = true;
     return;
@@ -247,9 +252,14 @@ void Keyboard::Form_KeyUp(int16 KeyCode) {
   if (keys.AltTabbed) {
     keys.AltTabbed = false;
   } else if (keys.LastKeyCode == keycode::Alt && keys.LastShift == AltBit) {
-    upcalls_.speaker.SpeakOut("The menus are not built yet. Commands are typed behind the command character.",
-                              Channel::System, 0);
+    TapAlt();
   }
+}
+
+void Keyboard::TapAlt() {
+  if (menus_.ListOpen()) return menus_.CloseListBox();
+  const bool inScript = !InCommandBuffer() && !state_.keyboard.OutputFocused;
+  menus_.OpenMenu(inScript ? "BUFFERMENU//00" : "MAIN//00");
 }
 
 void Keyboard::FocusChanged(MainFocus focus) {

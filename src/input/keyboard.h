@@ -12,6 +12,7 @@
 #include "files/buffers.h"
 #include "files/saving.h"
 #include "input/keyboard_state.h"
+#include "input/menus.h"
 #include "platform/platform.h"
 #include "script/options_state.h"
 #include "script/scanner.h"
@@ -35,13 +36,16 @@ struct KeyboardStates {
 class Keyboard : public FaceEvents {
  public:
   Keyboard(KeyboardStates states, Symbols& symbols, Scanner& scanner, Buffers& buffers, Saving& saving,
-           TimerRoutines& timers, Platform& platform, Upcalls& upcalls);
+           TimerRoutines& timers, Menus& menus, Platform& platform, Upcalls& upcalls);
 
   // The three halves of a key. A fault in one is logged and loses that key only.
   void KeyDown(int16 KeyCode, int16 Shift) override;
   void KeyTyped(const std::string& character) override;
   void KeyUp(int16 KeyCode, int16 Shift) override;
   void FocusChanged(MainFocus focus) override;
+  void MenuClicked(int32 row) override { menus_.ListClick(row); }
+  void MenuDoubleClicked(int32 row) override { menus_.ListDoubleClick(row); }
+  void MenuLeft() override { menus_.CloseListBox(); }
   bool CloseRequested() override;  // asks while the session in the foreground is connected
 
   // Enter in the entry line, as a key press would do it.
@@ -60,6 +64,7 @@ class Keyboard : public FaceEvents {
   bool ControlKey(int16 KeyCode);
   void MoveAndSpeak(int16 KeyCode, int16 Shift);
   void SpeakSpot();
+  void TapAlt();
   void SelectAll();
   void Copy(bool cut);
   void Paste();
@@ -81,6 +86,7 @@ class Keyboard : public FaceEvents {
   Buffers& buffers_;
   Saving& saving_;
   TimerRoutines& timers_;
+  Menus& menus_;
   Platform& platform_;
   Upcalls& upcalls_;
   std::unique_ptr<Timer> secondBeep_;  // of the margin bell

@@ -35,6 +35,7 @@ void Keyboard::Form_KeyPress(const std::string& character) {
   const int16 channel = XWindowType();
   if (state_.speech.TypingEcho[static_cast<std::size_t>(channel)] != 0 && !IsEnter(character) && character != "\b")
     upcalls_.speaker.SpellWord(character, channel);
+  if (menus_.ListOpen()) return;
   RingAtColumn(character);
   if (TypeThrough(character)) return;
   if (BufferFull()) return;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/text_model.h"
 #include "core/types.h"
@@ -23,6 +24,18 @@ class FaceEvents {
   virtual void KeyUp(int16 KeyCode, int16 Shift) = 0;
   virtual void FocusChanged(MainFocus focus) = 0;  // by the mouse or the window system
   virtual bool CloseRequested() = 0;               // false: the window stays
+  // The list menu, by the mouse or by a screen reader. Rows count from 0.
+  virtual void MenuClicked(int32 /*row*/) {}
+  virtual void MenuDoubleClicked(int32 /*row*/) {}
+  virtual void MenuLeft() {}  // the player went elsewhere: the list is to close
+};
+
+// The list over the entry line, in which menus are shown. The program moves its selection: keys go the way of all keys.
+struct ListMenuView {
+  std::string Name;   // "MAIN"
+  std::string Title;  // what a player calls it
+  std::vector<std::string> Items;
+  int32 Index = -1;  // selected row
 };
 
 class Face {
@@ -41,6 +54,10 @@ class Face {
   virtual void BringForward() = 0;
   virtual void SetFocus(MainFocus focus) = 0;
   virtual MainFocus Focus() const = 0;
+  // Opens the list and gives it the focus, or shows other rows in it. Focus() goes on to tell the window below.
+  virtual void ShowListMenu(const ListMenuView& menu) = 0;
+  virtual void SelectListRow(int32 row) = 0;
+  virtual void CloseListMenu() = 0;                          // the focus goes back to the window that Focus() tells
   virtual void SetEntryLabel(const std::string& label) = 0;  // name of the buffer that the entry shows
   virtual void ResizeForm(int16 percent) = 0;                // share of the height that the output gets, 10 to 90
   virtual void Beep() = 0;                                   // storms are coalesced here

@@ -217,7 +217,8 @@ TEST_F(DefinitionTest, TheListOfClassesBeepsWhenEmpty) {
   EXPECT_EQ(Run("#CLASS"), "");
   EXPECT_EQ(Effects(), (Lines{"beep"}));
   Run("#CLASS war enable");
-  EXPECT_EQ(Run("#CLASS"), "The list of classes is not built yet");
+  EXPECT_EQ(Run("#CLASS"), "");
+  EXPECT_TRUE(menu.ListOpen);
 }
 
 TEST_F(DefinitionTest, DelClassRemovesEveryMemberOfEveryOwner) {
@@ -273,7 +274,8 @@ TEST_F(DefinitionTest, TabWordsAreKeptInTheirFile) {
   EXPECT_EQ(Run("#UNTAB allclear"), "");
   EXPECT_EQ(memory.files.ReadWhole("/data/Avalon/bob.Tab"), "");
   EXPECT_EQ(script.TabWordCount, 0);
-  EXPECT_EQ(Run("#TAB"), "The list of tab words is not built yet");
+  EXPECT_EQ(Run("#TAB"), "");
+  EXPECT_FALSE(menu.ListOpen) << "there is no word to show";
 }
 
 TEST_F(DefinitionTest, ATabFileThatCannotBeWrittenIsTold) {

@@ -16,9 +16,11 @@
 #include "commands/errors.h"
 #include "commands/script_file_state.h"
 #include "core/text.h"
+#include "dialogs/gen_dialog.h"
 #include "files/buffers.h"
 #include "files/option_rows.h"
 #include "files/saving.h"
+#include "input/menus.h"
 #include "platform/memory/memory_platform.h"
 #include "script/expansion.h"
 #include "script/expression.h"
@@ -260,9 +262,12 @@ class CommandTest : public ::testing::Test {
   Errors errors{buffers, script, options, platform, upcalls};
   Speech speech{voices, keyboard, platform};
   Alarms alarms{control, script, platform, upcalls};
+  MenuState menu;
+  GenDialog dialog{platform, upcalls, voices};
+  Menus menus{{menu, script, options, buffers, sessions, keyboard, scriptFiles, dialog, platform, upcalls}};
   CommandHouse house{script,  options,   buffers,     sessions,    keyboard,        control, symbols,
                      scanner, expansion, expressions, scriptFiles, sessionRoutines, windows, logs,
-                     alarms,  dataFiles, platform,    upcalls,     voices,          speech};
+                     alarms,  dataFiles, platform,    upcalls,     voices,          speech,  menus};
   Dispatcher dispatcher{house};
   int16 LastOptions = 0;
   int16 LastChannel = 0;

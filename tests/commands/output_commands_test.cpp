@@ -403,13 +403,22 @@ TEST_F(OutputCommandTest, WindowMovesTheFocusOnlyWhereTold) {
 
 // ---- AUTOMENU ----
 
-TEST_F(OutputCommandTest, AutoMenuSaysThatThereAreNoMenusYetAndKeepsThePath) {
-  EXPECT_EQ(Run("#AUTOMENU main"), "Corvid does not have its menus yet: MAIN");
-  EXPECT_EQ(control.AutoMenuPath, "");
-  EXPECT_EQ(Run("#AUTOMENU {Window|entry}"), "Corvid does not have its menus yet: WINDOW");
-  EXPECT_EQ(control.AutoMenuPath, "ENTRY");
-  EXPECT_EQ(Run("#AUTOMENU {Main|Tools|speech}"), "Corvid does not have its menus yet: MAIN");
-  EXPECT_EQ(control.AutoMenuPath, "TOOLS|SPEECH");
+TEST_F(OutputCommandTest, AutoMenuOpensAMenuOrWalksThroughThem) {
+  EXPECT_EQ(Run("#AUTOMENU main"), "");
+  EXPECT_TRUE(menu.ListOpen);
+  EXPECT_EQ(menu.CurrentMenu, "MAIN");
+  EXPECT_EQ(menu.MenuDepth, 1);
+  EXPECT_EQ(Run("#AUTOMENU {Main|Tools|record}"), "");
+  EXPECT_EQ(menu.CurrentMenu, "AUTOWALK");
+  menus.CloseListBox();
+  Effects();
+  EXPECT_EQ(Run("#AUTOMENU {main|tools|nowhere|x}"), "");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"}));
+  EXPECT_NE(ErrorLog().find("Auto-menu did not find matchingmenu item NOWHERE"), std::string::npos);
+  EXPECT_FALSE(menu.ListOpen);
+  EXPECT_EQ(menu.MenuAutoPath, "") << "the next menu is opened by hand";
+  EXPECT_EQ(Run("#AUTOMENU Window"), "");
+  EXPECT_EQ(Of("speech"), Lines{"5 Corvid does not have this menu yet: BUFFERMENU"});
   EXPECT_EQ(Run("#AUTOMENU {files|x}"), "Bad menu name: FILES");
   EXPECT_EQ(Run("#AUTOMENU files"), "Bad menu name: FILES");
 }
@@ -481,7 +490,7 @@ TEST_F(OutputCommandTest, CheckingCarriesOutNothing) {
   EXPECT_EQ(buffers.CurrentBuffer, 1);
   EXPECT_EQ(options.QuietChars, std::vector<int16>{'*'});
   EXPECT_EQ(voices.ChannelMuted[3], 0);
-  EXPECT_EQ(control.AutoMenuPath, "");
+  EXPECT_FALSE(menu.ListOpen);
 }
 
 TEST_F(OutputCommandTest, ParametersAreCountedInCheckModeToo) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/keys.h"
+#include "dialogs/gen_dialog.h"
 #include "input/keyboard.h"
 #include "sessions/fixture.h"
 
@@ -50,12 +51,16 @@ class KeyboardTest : public SessionTest {
   }
 
   SpeechState speech;
+  MenuState menu;
+  GenDialog dialog{platform, upcalls, speech};
+  Menus menus{{menu, script, options, buffers, state, keyboard, scriptFiles, dialog, platform, upcalls}};
   Keyboard keys{{script, options, buffers, state, speech, keyboard},
                 symbols,
                 scanner,
                 scriptFiles,
                 saving,
                 timers,
+                menus,
                 platform,
                 upcalls};
 };

@@ -18,7 +18,7 @@ TEST_F(KeyboardTest, EnterLeavesTheLineToTheNextTick) {
 TEST_F(KeyboardTest, EnterTwiceBeforeTheTickRunsBothLinesInOrder) {
   Upcalls live{runner, errors, speaker, prompter, screens, timers};
   Keyboard typist({script, options, buffers, state, speech, keyboard}, symbols, scanner, scriptFiles, saving, timers,
-                  platform, live);
+                  menus, platform, live);
   for (const char* character : {"n", "\r", "s", "\r"}) typist.KeyTyped(character);
   Pass(10);
   EXPECT_EQ(Of("command"), (Texts{"-2 n", "-2 s"}));

@@ -36,10 +36,16 @@ class EchoProgram : public FaceEvents, public DialogEvents {
       face.SetEntryLabel(++tabs < 3 ? "Script " + std::to_string(tabs) : "Entry");
       return;
     }
-    if (KeyCode != 13) shown.Append("key " + std::to_string(KeyCode) + "/" + std::to_string(Shift) + "\r\n");
+    if (row >= 0 && KeyCode != 13) face.SelectListRow(1);
+    if (KeyCode == 27 || KeyCode == 46) {
+      face.CloseListMenu();
+      row = -1;
+    }
+    if (KeyCode != 13 || row >= 0)
+      shown.Append("key " + std::to_string(KeyCode) + "/" + std::to_string(Shift) + "\r\n");
   }
   void KeyTyped(const std::string& character) override {
-    if (character != "\r") return;
+    if (character != "\r" || row >= 0) return;
     const std::string line = entry.Text();
     entry.SetText("");
     if (line == "ask") {
@@ -54,6 +60,8 @@ class EchoProgram : public FaceEvents, public DialogEvents {
       shown.Append("Bob");
       shown.Append(" waves\r\n");
       hidden.Append("Ann waves\r\n");
+    } else if (line == "menu") {
+      face.ShowListMenu({"MAIN", "Main menu", rows, 0});
     } else if (line == "switch") {
       hidden.Append("missed\r\n");
       shown.SetVisible(false);
@@ -67,6 +75,11 @@ class EchoProgram : public FaceEvents, public DialogEvents {
     } else {
       shown.Append("You say: " + line + "\x07\x1b[31m\r\n");
     }
+  }
+  void MenuClicked(int32 clicked) override {
+    row = clicked;
+    shown.Append("row " + std::to_string(clicked) + "\r\n");
+    face.SelectListRow(clicked);
   }
   void KeyUp(int16, int16) override {}
   void FocusChanged(MainFocus) override {}
@@ -101,6 +114,8 @@ class EchoProgram : public FaceEvents, public DialogEvents {
   TextModel entry, shown, hidden;
   DialogModel model;
   std::string result;
+  std::vector<std::string> rows{"File", "Edit", "Find"};
+  int32 row = -1;
   bool open = false;
   int tabs = 0;
 };
@@ -158,6 +173,23 @@ TEST_F(ConsoleFaceTest, LinesGoInAndWindowTextComesOutPlain) {
 TEST_F(ConsoleFaceTest, KeysArePressedByName) {
   EXPECT_EQ(Run("/key Control-F5\n/key Nonsense\n//key F1\n"),
             "=== Corvid\nkey 17/2\nkey 116/2\n\"Nonsense\" is no key name.\nYou say: /key F1[31m\n");
+}
+
+TEST_F(ConsoleFaceTest, AListMenuIsNumberedAndARowIsNamed) {
+  const std::string list =
+      "=== Corvid\n--- Main menu ---\n1 File (chosen)\n2 Edit\n3 Find\n"
+      "(A number or the beginning of the words chooses. /b goes back, /d and a number deletes, "
+      "/c closes.)\n";
+  EXPECT_EQ(Run("menu\n2\n"), list + "row 1\nkey 13/0\n");
+  EXPECT_EQ(Run("menu\nfin\n"), list + "row 2\nkey 13/0\n");
+  EXPECT_EQ(Run("menu\n/c\nhello\n"), list + "key 27/0\nYou say: hello[31m\n");
+  EXPECT_EQ(Run("menu\n/b\n"), list + "key 37/0\n");
+  EXPECT_EQ(Run("menu\n/d 1\nhello\n"), list + "row 0\n2 Edit\nkey 46/0\nYou say: hello[31m\n");
+  for (const char* none : {"f", "9", "", "/d 9", "/x", "look"})
+    EXPECT_EQ(Run("menu\n" + std::string(none) + "\n"),
+              list + "A list is open: type the number of a row, or /c to close the list.\n")
+        << none;
+  EXPECT_EQ(Run("menu\n/?\n"), list + "1 File (chosen)\n2 Edit\n3 Find\n");
 }
 
 TEST_F(ConsoleFaceTest, AWindowShownAnewTellsWhatWasMissed) {

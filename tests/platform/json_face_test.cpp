@@ -30,6 +30,8 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
   void KeyDown(int16 KeyCode, int16 Shift) override {
     keys += "d" + std::to_string(KeyCode) + "/" + std::to_string(Shift) + " ";
     if (KeyCode == keycode::F1 + 4) Ask();
+    if (KeyCode == keycode::F1 + 7) face.ShowListMenu({"MAIN", "Main menu", {"File", "caf\xe9"}, 1});
+    if (KeyCode == keycode::Escape) face.CloseListMenu();
     if (KeyCode == keycode::F1 + 5) {
       const auto end = clock.MonotonicMilliseconds() + 30;
       while (clock.MonotonicMilliseconds() < end) loop.WaitEvents(5);
@@ -177,6 +179,17 @@ TEST_F(JsonFaceTest, ReadyNamesTheDialogThatWaits) {
   const auto events = Run("{\"key\":\"F5\"}\n{\"wait\":0.02}\n");
   EXPECT_EQ(Names(events), "dialog focus ready exit");
   EXPECT_EQ(events[2].at("modal"), "TEXTPROMPT");
+}
+
+TEST_F(JsonFaceTest, AMenuIsToldAndTakesKeysAlone) {
+  const auto events =
+      Run("{\"key\":\"F8\"}\n{\"line\":\"look\"}\n{\"key\":\"Escape\"}\n{\"line\":\"look\"}\n", "menu,menu-closed");
+  EXPECT_EQ(Names(events), "menu error menu-closed ready exit");
+  EXPECT_EQ(events[0], Json::parse(R"({"event":"menu","name":"MAIN","items":["File","café"],"index":1})"));
+  EXPECT_NE(events[1].at("text").get<std::string>().find("MAIN"), std::string::npos);
+  EXPECT_EQ(events[2].at("name"), "MAIN");
+  EXPECT_EQ(keys, "d119/0 u119/0 d27/0 u27/0 d13/0 t\r u13/0 ");
+  EXPECT_EQ(Names(Run("{\"key\":\"F8\"}\n{\"key\":\"Escape\"}\n", "send")), "ready exit");
 }
 
 TEST_F(JsonFaceTest, CloseClosesTheDialogAndThenTheWindow) {

@@ -37,6 +37,19 @@ void MemoryFace::SetFocus(MainFocus focus) {
   if (Events != nullptr) Events->FocusChanged(focus);
 }
 
+void MemoryFace::ShowListMenu(const ListMenuView& menu) {
+  Menu = menu;
+  MenuOpen = true;
+  std::string text = menu.Name;
+  for (const std::string& item : menu.Items) text += "|" + item;
+  effects_.Add("menu", text);
+}
+
+void MemoryFace::CloseListMenu() {
+  MenuOpen = false;
+  effects_.Add("menu-closed", Menu.Name);
+}
+
 void MemoryFace::SetClipboardText(const std::string& text) {
   Clipboard = text;
   effects_.Add("clipboard", text);

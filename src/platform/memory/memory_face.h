@@ -30,6 +30,9 @@ class MemoryFace : public Face, public DialogView {
   void BringForward() override { effects_.Add("forward", ""); }
   void SetFocus(MainFocus focus) override;
   MainFocus Focus() const override { return focus_; }
+  void ShowListMenu(const ListMenuView& menu) override;
+  void SelectListRow(int32 row) override { Menu.Index = row; }
+  void CloseListMenu() override;
   void SetEntryLabel(const std::string& label) override { EntryLabel = label; }
   void ResizeForm(int16 percent) override { effects_.Add("resize", std::to_string(percent)); }
   void Beep() override { effects_.Add("beep", ""); }
@@ -67,6 +70,8 @@ class MemoryFace : public Face, public DialogView {
   std::string Title;
   std::string EntryLabel;
   std::string Clipboard;
+  ListMenuView Menu;  // as shown last
+  bool MenuOpen = false;
   bool PlayerThere() const override { return Player; }
   bool Player = true;         // false: as when the input has ended
   bool RecordDisplay = true;  // effects "display" for text that reaches a viewport

@@ -12,6 +12,7 @@
 #include "platform/key_chars.h"
 #include "platform/key_router.h"
 #include "platform/qt/console_dialog.h"
+#include "platform/qt/console_menu.h"
 #include "platform/qt/console_output.h"
 #include "platform/qt/line_input.h"
 #include "platform/qt/program_start.h"
@@ -72,6 +73,7 @@ struct ConsoleFace::Parts {
         writable(output.Descriptor(), QSocketNotifier::Write),
         dialog(output),
         keys(dialog.Driver(), clock),
+        menu(output, keys),
         input(in, {[this](const std::string& line) { Handle(line); },
                    [this] { output.Line("That line was too long and is dropped."); }, [this] { Quit(); },
                    [this] { return keys.Free() && !(hooks.JobDue && hooks.JobDue()); }}) {
@@ -103,6 +105,8 @@ struct ConsoleFace::Parts {
       PressNamed(Trim(line.substr(5)));
     } else if (SameText(Trim(line), "/entry")) {
       GoToEntry();
+    } else if (menu.IsOpen()) {
+      menu.Answer(line);
     } else if (entry != nullptr) {
       ChangeFocus(MainFocus::Entry);
       entry->SetSelStart(entry->Length());
@@ -151,6 +155,7 @@ struct ConsoleFace::Parts {
   QSocketNotifier writable;  // on while text waits for its reader
   ConsoleDialog dialog;
   KeyRouter keys;
+  ConsoleMenu menu;
   LineInput input;
   Hooks hooks;
   FaceEvents* events = nullptr;
@@ -185,6 +190,7 @@ void ConsoleFace::Finish() {
 void ConsoleFace::SetEvents(FaceEvents* events) {
   parts_->events = events;
   parts_->keys.SetEvents(events);
+  parts_->menu.SetEvents(events);
 }
 
 DialogView& ConsoleFace::Dialogs() {
@@ -223,6 +229,16 @@ void ConsoleFace::SetFocus(MainFocus focus) {
 }
 MainFocus ConsoleFace::Focus() const {
   return parts_->focus;
+}
+
+void ConsoleFace::ShowListMenu(const ListMenuView& menu) {
+  parts_->menu.Show(menu);
+}
+void ConsoleFace::SelectListRow(int32 row) {
+  parts_->menu.Select(row);
+}
+void ConsoleFace::CloseListMenu() {
+  parts_->menu.Close();
 }
 
 void ConsoleFace::SetEntryLabel(const std::string& label) {

@@ -148,6 +148,10 @@ struct JsonFace::Parts {
 
   void EnterLine(const std::string& text) {
     const int32 control = dialog.Driver().Focused();
+    if (!dialog.Driver().IsOpen() && !menu.empty()) {
+      output.Print("error", JsonObject().Text("text", "The menu " + menu + " is open; it takes keys, not lines"));
+      return;
+    }
     if (dialog.Driver().IsOpen()) {
       if (control >= 0)
         dialog.Driver().SetText(control,
@@ -210,9 +214,9 @@ struct JsonFace::Parts {
 
   void AddQueried(JsonObject& object, const JsonRequest& request) const {
     if (request.Text == "menu") {
-      const JsonMenu menu = hooks.Queries->MenuShown();
-      object.Flag("open", menu.Open).Text("name", menu.Name).Raw("items", JsonTexts(menu.Items));
-      object.Number("index", menu.Index);
+      const JsonMenu list = hooks.Queries->MenuShown();
+      object.Flag("open", list.Open).Text("name", list.Name).Raw("items", JsonTexts(list.Items));
+      object.Number("index", list.Index);
     } else if (request.Text == "sessions") {
       std::vector<std::string> sessions;
       for (const JsonSession& session : hooks.Queries->SessionList()) {
@@ -259,6 +263,7 @@ struct JsonFace::Parts {
   std::vector<std::unique_ptr<DisplayWatch>> watches;
   MainFocus focus = MainFocus::Entry;
   std::string title, entryLabel, clipboard;
+  std::string menu;  // name of the list menu that is open; empty: none
   bool shown = false;
   bool started = false;
   bool readyDue = true;
@@ -338,6 +343,19 @@ void JsonFace::SetFocus(MainFocus focus) {
 MainFocus JsonFace::Focus() const {
   return parts_->focus;
 }
+void JsonFace::ShowListMenu(const ListMenuView& menu) {
+  parts_->menu = menu.Name;
+  if (!parts_->output.Wants("menu")) return;
+  JsonObject fields;
+  fields.Text("name", menu.Name).Raw("items", JsonTexts(menu.Items)).Number("index", menu.Index);
+  parts_->output.Print("menu", fields);
+}
+
+void JsonFace::CloseListMenu() {
+  const std::string name = std::exchange(parts_->menu, {});
+  if (parts_->output.Wants("menu-closed")) parts_->output.Print("menu-closed", JsonObject().Text("name", name));
+}
+
 void JsonFace::SetEntryLabel(const std::string& label) {
   parts_->entryLabel = label;
 }

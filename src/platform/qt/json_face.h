@@ -87,6 +87,9 @@ class JsonFace : public Face {
   void BringForward() override {}
   void SetFocus(MainFocus focus) override;
   MainFocus Focus() const override;
+  void ShowListMenu(const ListMenuView& menu) override;
+  void SelectListRow(int32 /*row*/) override {}  // "get" tells it
+  void CloseListMenu() override;
   void SetEntryLabel(const std::string& label) override;
   void ResizeForm(int16 /*percent*/) override {}
   void Beep() override;

@@ -36,8 +36,14 @@ struct DesktopFace::Parts {
       : loop(eventLoop),
         dialog({ReadClipboard, WriteClipboard}),
         keys(dialog.Driver(), clock, [this] { dialog.ShowAll(); }),
-        window({[this](QWidget* widget) { keys.Watch(widget); }, [this](MainFocus taken) { ChangeFocus(taken); },
-                [this] { CloseSoon(); }}) {
+        window({[this](QWidget* widget) { keys.Watch(widget); },
+                [this](MainFocus taken) { ChangeFocus(taken); },
+                [this] { CloseSoon(); },
+                {[this](int32 row) { TellMenu(&FaceEvents::MenuClicked, row); },
+                 [this](int32 row) { TellMenu(&FaceEvents::MenuDoubleClicked, row); },
+                 [this] {
+                   if (events != nullptr) events->MenuLeft();
+                 }}}) {
     dialog.SetMainWindow(&window);
     dialog.SetWatch([this](QWidget* widget) { keys.Watch(widget); });
   }
@@ -47,6 +53,10 @@ struct DesktopFace::Parts {
     focus = wanted;
     window.TakeFocus(wanted);
     if (events != nullptr) events->FocusChanged(focus);
+  }
+
+  void TellMenu(void (FaceEvents::*what)(int32), int32 row) {
+    if (events != nullptr) (events->*what)(row);  // PUMP
   }
 
   // Not from inside the window's own event: the program may ask, and wait for the answer.
@@ -124,6 +134,16 @@ void DesktopFace::SetFocus(MainFocus focus) {
 }
 MainFocus DesktopFace::Focus() const {
   return parts_->focus;
+}
+
+void DesktopFace::ShowListMenu(const ListMenuView& menu) {
+  parts_->window.ShowMenu(menu);
+}
+void DesktopFace::SelectListRow(int32 row) {
+  parts_->window.SelectMenuRow(row);
+}
+void DesktopFace::CloseListMenu() {
+  parts_->window.CloseMenu(parts_->focus);
 }
 
 void DesktopFace::SetEntryLabel(const std::string& label) {

@@ -24,6 +24,7 @@ MainWindow::MainWindow(Hooks hooks)
     : hooks_(std::move(hooks)),
       notice_(new NoticeLabel(this)),
       outputs_(new QStackedWidget(this)),
+      menu_(new MenuListWidget(hooks_.Menu, this)),
       label_(new QLabel(this)),
       entry_(MakeWindow(TextWindow::Kind::Entry, "Entry", this)),
       column_(new QVBoxLayout) {
@@ -36,6 +37,7 @@ MainWindow::MainWindow(Hooks hooks)
   column_->setSpacing(6);
   column_->addWidget(notice_);
   column_->addWidget(outputs_);
+  column_->addWidget(menu_);
   column_->addWidget(label_);
   column_->addWidget(entry_);
   label_->setTextFormat(Qt::PlainText);
@@ -43,6 +45,7 @@ MainWindow::MainWindow(Hooks hooks)
   font.setPointSize(ReadingFont().pointSize());
   label_->setFont(font);
   notice_->setFont(font);
+  hooks_.Watch(menu_);
   SetEntryLabel("Entry");
   const QFontMetrics metrics(entry_->font());
   entry_->setMinimumHeight(metrics.lineSpacing() * LeastLines + 18);
@@ -107,6 +110,7 @@ void MainWindow::ShareHeight(int16 percent) {
 }
 
 void MainWindow::TakeFocus(MainFocus focus) {
+  if (menu_->IsOpen()) return;  // the list keeps it until it closes
   const bool before = std::exchange(switching_, true);
   QWidget* output = outputs_->currentWidget();
   if (focus == MainFocus::Entry || output == nullptr) {
@@ -114,6 +118,23 @@ void MainWindow::TakeFocus(MainFocus focus) {
   } else {
     output->setFocus();
   }
+  switching_ = before;
+}
+
+void MainWindow::ShowMenu(const ListMenuView& menu) {
+  const bool before = std::exchange(switching_, true);
+  menu_->Show(menu);
+  switching_ = before;
+}
+
+void MainWindow::SelectMenuRow(int32 row) {
+  menu_->Select(row);
+}
+
+void MainWindow::CloseMenu(MainFocus focus) {
+  const bool before = std::exchange(switching_, true);
+  menu_->Hide();
+  TakeFocus(focus);
   switching_ = before;
 }
 
@@ -128,6 +149,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusIn && !switching_) {
+    if (menu_->IsOpen()) hooks_.Menu.Left();
     if (watched == entry_) hooks_.FocusTaken(MainFocus::Entry);
     if (watched == outputs_->currentWidget()) hooks_.FocusTaken(MainFocus::Output);
   }

@@ -10,6 +10,7 @@
 #include "core/text_model.h"
 #include "core/types.h"
 #include "platform/face.h"
+#include "platform/qt/desktop/menu_list.h"
 #include "platform/qt/desktop/text_mirror.h"
 
 class QLabel;
@@ -26,6 +27,7 @@ class MainWindow : public QMainWindow {
     std::function<void(QWidget*)> Watch;        // of each window whose keys are to be taken
     std::function<void(MainFocus)> FocusTaken;  // by the mouse, the window system or a screen reader
     std::function<void()> CloseWanted;
+    MenuListHooks Menu;
   };
   explicit MainWindow(Hooks hooks);
   ~MainWindow() override;
@@ -36,6 +38,9 @@ class MainWindow : public QMainWindow {
   void ShareHeight(int16 percent);  // of the output
   void TakeFocus(MainFocus focus);
   void AddNotice(const std::string& text);
+  void ShowMenu(const ListMenuView& menu);
+  void SelectMenuRow(int32 row);
+  void CloseMenu(MainFocus focus);  // which gets the focus
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -48,6 +53,7 @@ class MainWindow : public QMainWindow {
   Hooks hooks_;
   NoticeLabel* notice_;
   QStackedWidget* outputs_;
+  MenuListWidget* menu_;
   QLabel* label_;
   TextWindow* entry_;
   QVBoxLayout* column_;

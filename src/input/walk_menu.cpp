@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The menu of recorded walks.
+#include "core/upcalls.h"
+#include "dialogs/finish_recording.h"
+#include "files/buffers.h"
+#include "input/menu_call.h"
+#include "platform/platform.h"
+#include "script/options_state.h"
+#include "script/script_state.h"
+#include "sessions/session_state.h"
+
+namespace corvid {
+
+namespace {
+
+constexpr int16 RecordingOn = 2;  // of WalkState
+
+void RunAndSay(MenuCall& call, const std::string& command, const std::string& words) {
+  call.list.CloseListBox();
+  RunMenuCommand(call.house, command);  // PUMP
+  call.house.upcalls.speaker.SpeakOut(words, Channel::Incoming, 0);
+}
+
+std::string Keywords(const FinishedRecording& answer) {
+  std::string words;
+  const auto add = [&](bool wanted, const char* word) {
+    if (wanted) words += (words.empty() ? "" : "|") + std::string(word);
+  };
+  add(answer.DirectionsOnly, "Direction");
+  add(answer.Compress, "Compress");
+  add(!answer.File.empty(), "Save");
+  return words;
+}
+
+}  // namespace
+
+bool RunMenuCommand(MenuHouse& house, const std::string& command, int16 moreOptions) {
+  auto options = static_cast<int16>(option::Interactive | moreOptions);
+  std::string ErrorDescription;
+  Parameters rvar;
+  int16 outchannel = CurrentSession;
+  house.script.CommandDepth = 0;
+  house.upcalls.commands.ProcessCommand(house.options.CommandChar + command, options, ErrorDescription, rvar,
+                                        outchannel);  // PUMP
+  return ErrorDescription.empty();
+}
+
+void menuitem::BeginRecording(MenuCall& call) {
+  RunAndSay(call, "record", "Recording.");
+}
+
+void menuitem::StopWalk(MenuCall& call) {
+  RunAndSay(call, "STOP", "stopped.");
+}
+
+void menuitem::PauseWalk(MenuCall& call) {
+  RunAndSay(call, "Pause", "Paused.");
+}
+
+void menuitem::UnPauseWalk(MenuCall& call) {
+  RunAndSay(call, "UnPause", "Unpaused.");
+}
+
+void menuitem::IgnoreLast(MenuCall& call) {
+  RunAndSay(call, "ERASE", "last command was ignored.");
+}
+
+std::string menuitem::SlowWalkState(const MenuHouse& house) {
+  return house.options.SlowWalk ? "On" : "Off";
+}
+
+void menuitem::ToggleSlowWalk(MenuCall& call) {
+  call.house.options.SlowWalk = !call.house.options.SlowWalk;
+  call.list.ShowAgain();
+}
+
+void menuitem::FinishRecording(MenuCall& call) {
+  MenuHouse& house = call.house;
+  if (house.sessions.WalkState[house.script.CurrentSocket] != RecordingOn) {
+    house.platform.face.Beep();
+    house.upcalls.speaker.SpeakOut("No record in progress", Channel::Incoming, 0);
+    return;
+  }
+  call.list.CloseListBox();
+  FinishedRecording answer;
+  if (!FinishRecordingDialog(house.dialog, house.buffers, house.upcalls).Ask(answer)) return;  // PUMP
+  const bool parted = answer.Name.find(' ') != std::string::npos;
+  const std::string name = parted ? "{" + answer.Name + "}" : answer.Name;
+  const std::string command = "EndRecord " + name + " " + Keywords(answer);
+  const int16 defining = house.script.DefiningBuffer;
+  house.script.DefiningBuffer = answer.File.empty() ? int16{0} : house.scriptFiles.GetBufferNumber(answer.File);
+  if (RunMenuCommand(house, command, option::CheckOnly)) RunMenuCommand(house, command);  // PUMP
+  house.script.DefiningBuffer = defining;
+}
+
+}  // namespace corvid

@@ -1,0 +1,391 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The menus, by their keys: what is heard, what is shown, what is done.
+#include "fixture.h"
+
+namespace corvid {
+
+class MenuTest : public KeyboardTest {
+ protected:
+  void TapAlt() { Press(keycode::Alt, AltBit); }
+  // A key of the list, all three halves.
+  void Key(int16 KeyCode, const std::string& character = "") {
+    keys.KeyDown(KeyCode, 0);
+    if (!character.empty()) keys.KeyTyped(character);
+    keys.KeyUp(KeyCode, 0);
+  }
+  void Letter(char letter) { Key(letter, std::string(1, static_cast<char>(letter + 32))); }
+  void OpenWalkMenu() {
+    TapAlt();
+    Letter('T');
+    Letter('R');
+    ASSERT_EQ(menu.CurrentMenu, "AUTOWALK");
+    memory.effects.Clear();
+  }
+  std::string Item() const {
+    return menu.ListIndex < 0 ? "" : menu.ListItems.at(static_cast<std::size_t>(menu.ListIndex));
+  }
+};
+
+TEST_F(MenuTest, ALoneAltOpensAndClosesTheMainMenu) {
+  TapAlt();
+  EXPECT_TRUE(menu.ListOpen);
+  EXPECT_EQ(Of("menu"), Texts{"MAIN|File|Edit|Connect|Tools and Preferences|Windows|Help"});
+  EXPECT_EQ(Spoken(), Texts{"1w File"}) << "the selected item is said";
+  EXPECT_EQ(Of("stop").back(), "1") << "with interrupt";
+  EXPECT_EQ(menu.MenuDepth, 1);
+  memory.effects.Clear();
+  TapAlt();
+  EXPECT_FALSE(menu.ListOpen);
+  EXPECT_EQ(Of("menu-closed"), Texts{"MAIN"});
+  EXPECT_EQ(Spoken().size(), 1u) << "the entry says its name";
+}
+
+TEST_F(MenuTest, AScriptInTheEntryBoxHasAMenuOfItsOwn) {
+  Edit("#alias a b");
+  memory.effects.Clear();
+  TapAlt();
+  EXPECT_EQ(Spoken(), Texts{"5 Corvid does not have this menu yet: BUFFERMENU"});
+  EXPECT_FALSE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, ArrowsMoveAndSayTheItem) {
+  TapAlt();
+  memory.effects.Clear();
+  for (const int16 key : {keycode::Down, keycode::Down, keycode::Up, keycode::End, keycode::Down, keycode::Home,
+                          keycode::PageDown, keycode::PageUp})
+    Key(key);
+  EXPECT_EQ(Spoken(),
+            (Texts{"1w Edit", "1w Connect", "1w Edit", "1w Help", "1w Help", "1w File", "1w Help", "1w File"}));
+  EXPECT_EQ(memory.face.Menu.Index, 0) << "the face shows the same row";
+}
+
+TEST_F(MenuTest, ALetterThatOneItemBeginsWithChoosesIt) {
+  TapAlt();
+  Letter('T');
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS");
+  EXPECT_EQ(menu.MenuDepth, 2);
+  EXPECT_EQ(menu.MenuStack[2], "MAIN//Tools and Preferences##3");
+}
+
+TEST_F(MenuTest, ALetterThatSeveralBeginWithGoesFromOneToTheNext) {
+  OpenWalkMenu();
+  Letter('S');
+  EXPECT_EQ(Item(), "Stop Playback/Recording");
+  Letter('S');
+  EXPECT_EQ(Item(), "Slow Walk Option    Off");
+  Letter('S');
+  EXPECT_EQ(Item(), "Stop Playback/Recording");
+  EXPECT_EQ(menu.CurrentMenu, "AUTOWALK");
+  Letter('Z');
+  EXPECT_EQ(Item(), "Stop Playback/Recording") << "none begins so";
+  EXPECT_TRUE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, EnterSpaceAndRightChoose) {
+  for (const auto& [code, character] :
+       {std::pair<int16, std::string>{keycode::Enter, "\r"}, {keycode::Space, " "}, {keycode::Right, ""}}) {
+    TapAlt();
+    for (int i = 0; i < 3; ++i) Key(keycode::Down);
+    Key(code, character);
+    EXPECT_EQ(menu.CurrentMenu, "TOOLS") << code;
+    Key(keycode::Escape);
+    EXPECT_FALSE(menu.ListOpen);
+  }
+  EXPECT_EQ(Entry().Text(), "") << "no key of the list reaches the entry";
+  EXPECT_FALSE(timers.JobDue());
+}
+
+TEST_F(MenuTest, LeftGoesBackToTheItemItCameFrom) {
+  OpenWalkMenu();
+  EXPECT_EQ(menu.MenuDepth, 3);
+  Key(keycode::Left);
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS");
+  EXPECT_EQ(Item(), "Record Commands/Speed Walk");
+  Key(keycode::Backspace, "\b");
+  EXPECT_EQ(menu.CurrentMenu, "MAIN");
+  EXPECT_EQ(Item(), "Tools and Preferences");
+  EXPECT_EQ(Spoken().back(), "1w Tools and Preferences");
+  Key(keycode::Left);
+  EXPECT_FALSE(menu.ListOpen) << "the first menu closes";
+}
+
+TEST_F(MenuTest, AnItemThatIsNotBuiltSaysSoAndTheMenuStays) {
+  TapAlt();
+  Letter('F');
+  EXPECT_EQ(Spoken().back(), "5 Corvid does not have this menu yet: File");
+  EXPECT_TRUE(menu.ListOpen);
+  EXPECT_EQ(menu.MenuDepth, 1);
+  Key(keycode::Left);
+  EXPECT_FALSE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, ASelectionCodeCountsTwoCharactersInAnyCase) {
+  menus.MenuRoutine("main//Toys");
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS");
+  menus.MenuRoutine("tools//re");
+  EXPECT_EQ(menu.CurrentMenu, "AUTOWALK");
+  memory.effects.Clear();
+  for (const char* nothing : {"", "MAIN", "MAIN//", "MAIN//Q", "MAIN//ZZ", "AUTOWALK//XX"}) menus.MenuRoutine(nothing);
+  EXPECT_EQ(Spoken(), Texts{});
+  menus.MenuRoutine("NOSUCH//00");
+  EXPECT_EQ(Spoken(), Texts{"5 Corvid does not have this menu yet: NOSUCH"});
+}
+
+TEST_F(MenuTest, KeysBelongToTheListWhileItIsOpen) {
+  Macro('T', 0, "#say taken");
+  TapAlt();
+  Letter('T');
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS");
+  EXPECT_EQ(Of("command"), Texts{});
+  Key(keycode::Tab);
+  EXPECT_EQ(memory.face.Focus(), MainFocus::Entry);
+  EXPECT_EQ(Entry().Text(), "");
+  keys.KeyDown('V', ControlBit);
+  EXPECT_TRUE(menu.ListOpen);
+  keys.KeyDown(keycode::F4, AltBit);
+  EXPECT_EQ(Of("quit"), Texts{"asked"}) << "but for the key that ends the program";
+}
+
+TEST_F(MenuTest, ATypedCharacterIsEchoedAndGoesNowhere) {
+  speech.TypingEcho = {1, 1, 1, 1, 1, 1, 1};
+  OpenWalkMenu();
+  Letter('S');
+  EXPECT_EQ(Of("spelled"), Texts{"2 s"});
+  EXPECT_EQ(Entry().Text(), "");
+}
+
+TEST_F(MenuTest, TheOutputHasTheFocusAgainWhenItHadIt) {
+  memory.face.SetFocus(MainFocus::Output);
+  memory.effects.Clear();
+  TapAlt();
+  Key(keycode::Escape);
+  EXPECT_TRUE(keyboard.OutputFocused);
+  EXPECT_EQ(Spoken(), Texts{"1w File"}) << "the output says nothing: it had the focus all the time";
+}
+
+TEST_F(MenuTest, TheMouseSelectsAndChooses) {
+  TapAlt();
+  memory.effects.Clear();
+  keys.MenuClicked(2);
+  EXPECT_EQ(Spoken(), Texts{"1w Connect"});
+  keys.MenuClicked(-1);
+  keys.MenuClicked(6);
+  EXPECT_EQ(Item(), "Connect");
+  keys.MenuDoubleClicked(3);
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS");
+  keys.MenuDoubleClicked(99);
+  keys.MenuLeft();
+  EXPECT_FALSE(menu.ListOpen);
+  keys.MenuClicked(1);
+  keys.MenuDoubleClicked(0);
+  EXPECT_FALSE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, EveryItemOfTheWalkMenuRunsItsCommandAndSaysIt) {
+  struct Row {
+    const char* item;
+    const char* command;
+    const char* said;
+  };
+  for (const Row& row : {Row{"BE", "-2 #record", "1 Recording."}, Row{"ST", "-2 #STOP", "1 stopped."},
+                         Row{"PA", "-2 #Pause", "1 Paused."}, Row{"UN", "-2 #UnPause", "1 Unpaused."},
+                         Row{"IG", "-2 #ERASE", "1 last command was ignored."}}) {
+    OpenWalkMenu();
+    script.CommandDepth = 9;
+    runner.OnCommand = [&](const std::string&, int16& flags, std::string&, Parameters&, int16&) {
+      EXPECT_EQ(script.CommandDepth, 0);
+      EXPECT_EQ(flags, option::Interactive);
+      EXPECT_FALSE(menu.ListOpen);
+    };
+    menus.MenuRoutine(std::string("AUTOWALK//") + row.item);
+    EXPECT_EQ(Of("command"), Texts{row.command});
+    EXPECT_EQ(Spoken().back(), row.said);
+    memory.effects.Clear();
+  }
+}
+
+TEST_F(MenuTest, TheSlowWalkOptionIsToggledAndTheMenuStays) {
+  OpenWalkMenu();
+  Key(keycode::End);
+  Key(keycode::Enter, "\r");
+  EXPECT_TRUE(options.SlowWalk);
+  EXPECT_EQ(Item(), "Slow Walk Option    On");
+  EXPECT_EQ(Spoken().back(), "1w Slow Walk Option    On");
+  Key(keycode::Enter, "\r");
+  EXPECT_FALSE(options.SlowWalk);
+  Key(keycode::Left);
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS") << "staying is no step down";
+}
+
+TEST_F(MenuTest, FinishingWithoutARecordingIsRefused) {
+  OpenWalkMenu();
+  for (const auto walkState : std::initializer_list<int16>{0, 1, 6}) {
+    state.WalkState[0] = walkState;
+    memory.effects.Clear();
+    menus.MenuRoutine("AUTOWALK//FI");
+    EXPECT_EQ(Spoken(), Texts{"1 No record in progress"});
+    EXPECT_EQ(Of("beep").size(), 1u);
+  }
+}
+
+TEST_F(MenuTest, FinishingAsksForTheNameAndWhatIsLeftOut) {
+  state.WalkState[0] = 2;
+  memory.face.Will({"OK", {{1, " home "}}, {}, {{2, 1}, {3, 1}}});
+  script.DefiningBuffer = 9;
+  std::vector<int16> definingBuffers;
+  runner.OnCommand = [&](const std::string&, int16&, std::string&, Parameters&, int16&) {
+    definingBuffers.push_back(script.DefiningBuffer);
+  };
+  OpenWalkMenu();
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(Of("dialog"), Texts{"AUTOWALK Finish Recording|Name|Add Script line to..."});
+  EXPECT_EQ(Of("command"), (Texts{"-2 #EndRecord home Direction|Compress", "-2 #EndRecord home Direction|Compress"}))
+      << "checked, then done";
+  EXPECT_EQ(definingBuffers, (std::vector<int16>{0, 0})) << "New Lines";
+  EXPECT_EQ(script.DefiningBuffer, 9) << "a script that is being loaded goes on as before";
+  EXPECT_FALSE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, FinishingIntoAScript) {
+  Edit("");
+  scriptFiles.MoveBuffers(buffer::EntryLine);
+  state.WalkState[0] = 2;
+  memory.face.Will({"OK", {{1, "old mill"}}, {{5, 1}}, {}});
+  int16 defining = 0;
+  std::vector<int16> flags;
+  runner.OnCommand = [&](const std::string&, int16& given, std::string&, Parameters&, int16&) {
+    defining = script.DefiningBuffer;
+    flags.push_back(given);
+  };
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(Of("command").front(), "-2 #EndRecord {old mill} Save");
+  EXPECT_EQ(defining, 4);
+  EXPECT_EQ(flags, (std::vector<int16>{12, 8}));
+}
+
+TEST_F(MenuTest, ACheckThatFailsIsNotFollowedByTheCommand) {
+  state.WalkState[0] = 2;
+  memory.face.Will({"OK", {{1, "x}"}}, {}, {}});
+  runner.OnCommand = [](const std::string&, int16&, std::string& problem, Parameters&, int16&) { problem = "bad"; };
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(Of("command").size(), 1u);
+}
+
+TEST_F(MenuTest, ARecordingIsFinishedWithANameOrNotAtAll) {
+  state.WalkState[0] = 2;
+  memory.face.Will("OK");
+  memory.face.Will("Cancel");
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_NE(std::find(Spoken().begin(), Spoken().end(), "5 The walk needs a name."), Spoken().end());
+  EXPECT_EQ(Of("command"), Texts{});
+  EXPECT_EQ(memory.face.AnswersLeft(), 0u);
+}
+
+TEST_F(MenuTest, ATabWordReplacesTheSelectionAndStaysSelected) {
+  Type("say crw to me");
+  Entry().Select(4, 7);
+  menus.ShowList({"crow", "Magpie"}, "ONETIME");
+  Letter('C');
+  EXPECT_EQ(Entry().Text(), "say crow to me");
+  EXPECT_EQ(Entry().SelText(), "crow");
+  EXPECT_EQ(Entry().Caret(), 8) << "with the caret behind it";
+  EXPECT_FALSE(menu.ListOpen);
+  Entry().SetSelStart(0);
+  menus.ShowList({"a//b|c", "x"}, "ONETIME");
+  Key(keycode::Enter, "\r");
+  EXPECT_EQ(Entry().SelText(), "a//b|c") << "any word, as it is";
+}
+
+TEST_F(MenuTest, DeleteDropsATabWordAndTheOthersStay) {
+  menus.ShowList({"crow", "Mag@pie", "jay"}, "ONETIME");
+  Key(keycode::Down);
+  memory.effects.Clear();
+  Key(keycode::Delete);
+  EXPECT_EQ(Of("command"), Texts{"-2 #untab {Mag~@pie}"});
+  EXPECT_EQ(menu.ListItems, (std::vector<std::string>{"crow", "jay"}));
+  EXPECT_EQ(Item(), "jay");
+  EXPECT_FALSE(menu.MenuDeleteKey);
+  EXPECT_EQ(Entry().Text(), "");
+  Key(keycode::Delete);
+  Key(keycode::Delete);
+  EXPECT_FALSE(menu.ListOpen) << "none is left";
+}
+
+TEST_F(MenuTest, AWordThatCannotBeDroppedStays) {
+  menus.ShowList({"crow"}, "ONETIME");
+  runner.OnCommand = [](const std::string&, int16&, std::string& problem, Parameters&, int16&) { problem = "disk"; };
+  Key(keycode::Delete);
+  EXPECT_EQ(menu.ListItems.size(), 1u);
+  EXPECT_TRUE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, AListThatCommandsReplaceMeanwhileIsLeftAlone) {
+  menus.ShowList({"crow", "jay"}, "ONETIME");
+  runner.OnCommand = [&](const std::string&, int16&, std::string&, Parameters&, int16&) {
+    menus.ShowList({"A Bob"}, "CLASS");
+  };
+  Key(keycode::Delete);
+  EXPECT_EQ(menu.CurrentMenu, "CLASS");
+  EXPECT_EQ(menu.ListItems, std::vector<std::string>{"A Bob"});
+}
+
+TEST_F(MenuTest, AListThatIsOnlyReadCloses) {
+  menus.ShowList({"FIGHT Bob", "CHAT Bob"}, "CLASS");
+  EXPECT_EQ(Of("menu"), Texts{"CLASS|FIGHT Bob|CHAT Bob"});
+  Key(keycode::Enter, "\r");
+  EXPECT_FALSE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, AListOfNothingTakesKeysWithoutHarm) {
+  menus.SetupMenu({}, {}, 0, "ONETIME", 0);
+  for (const int16 key : {keycode::Down, keycode::Home, keycode::End, keycode::Enter, keycode::Delete}) Key(key);
+  Letter('A');
+  EXPECT_TRUE(menu.ListOpen);
+  Key(keycode::Escape);
+  EXPECT_FALSE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, AMenuIsFilledFromBothListsUpToTheLength) {
+  menus.SetupMenu({"one"}, {"two", "three", "four"}, 2, "CLASS", 2);
+  EXPECT_EQ(menu.ListItems, (std::vector<std::string>{"one", "two", "three"}));
+  EXPECT_EQ(Item(), "three");
+  menus.SetupMenu({"one"}, {}, 5, "CLASS", 7);
+  EXPECT_EQ(Item(), "one") << "a row that is not there is the nearest that is";
+}
+
+TEST_F(MenuTest, AnAutomaticWalkIsNotSeenUntilItsLastMenu) {
+  menus.OpenMenu("MAIN//00", "TOOLS|RECORD");
+  EXPECT_EQ(Of("menu").size(), 1u);
+  EXPECT_EQ(menu.CurrentMenu, "AUTOWALK");
+  EXPECT_EQ(Spoken(), Texts{"1w Begin Recording"});
+  Key(keycode::Left);
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS") << "the way back is known";
+  Key(keycode::Escape);
+  memory.effects.Clear();
+  menus.OpenMenu("MAIN//00", "tools|re|pause");
+  EXPECT_EQ(Of("menu"), Texts{});
+  EXPECT_EQ(Of("command"), Texts{"-2 #Pause"});
+  EXPECT_EQ(menu.MenuAutoPath, "");
+}
+
+TEST_F(MenuTest, AStepThatNoItemFitsIsReported) {
+  menus.OpenMenu("MAIN//00", "TOOLS|nothing|more");
+  EXPECT_EQ(Of("error"), Texts{"Auto-menu did not find matchingmenu item nothing in command: TOOLS"});
+  EXPECT_FALSE(menu.ListOpen);
+  TapAlt();
+  EXPECT_EQ(menu.CurrentMenu, "MAIN");
+  EXPECT_TRUE(menu.ListOpen);
+}
+
+TEST_F(MenuTest, AFaultInAnItemIsLoggedAndTheProgramGoesOn) {
+  OpenWalkMenu();
+  runner.OnCommand = [](const std::string&, int16&, std::string&, Parameters&, int16&) {
+    throw Fault(FaultKind::Internal, "broken");
+  };
+  Key(keycode::Enter, "\r");
+  EXPECT_EQ(Of("unknownerror").size(), 1u);
+  TapAlt();
+  EXPECT_TRUE(menu.ListOpen);
+}
+
+}  // namespace corvid
