@@ -132,6 +132,33 @@ TEST_F(AlarmTest, ABadIdLeavesItsTextForTheCaller) {
   EXPECT_EQ(ErrorLog(), "");
 }
 
+TEST_F(AlarmTest, ABadIdEndsTheLine) {
+  Run("#UNALARM zork;say no");
+  EXPECT_EQ(Sent(), "");
+}
+
+TEST_F(AlarmTest, TheTimerRestsWhenNothingIsDue) {
+  Run("#ALARM 5 {say a};#ALARM t 7 {say b}");
+  Run("#UNALARM 1");
+  EXPECT_TRUE(alarms.Running());
+  Run("#UNALARM t");
+  EXPECT_FALSE(alarms.Running());
+  Run("#ALARM 1E6 {say never}");
+  EXPECT_FALSE(alarms.Running()) << "a time that counts as free";
+}
+
+TEST_F(AlarmTest, ThePrefixNamesAnAlarmForEverybody) {
+  Run("#GALARM t 5 {say a}");
+  EXPECT_EQ(Variable("t"), "1");
+  EXPECT_EQ(script.VariableOwners[1], 0);
+}
+
+TEST_F(AlarmTest, KillAllLeavesAlarmsInPlace) {
+  Run("#ALARM 5 {say a};#KILLALL");
+  EXPECT_TRUE(alarms.Active(1));
+  EXPECT_TRUE(alarms.Running());
+}
+
 TEST_F(AlarmTest, AVariableThatNamesNoSlotIsNoFault) {
   AddVariable("t", "70000", owner);
   EXPECT_EQ(Run("#ALARM t 5 {say hi}"), "");

@@ -62,6 +62,35 @@ TEST_F(ControlTest, AnErrorInABodyStopsTheLoopAndTheLine) {
             "\r\ntraced back to line: #3 {say %i;#xyz};say no");
 }
 
+TEST_F(ControlTest, EachRoundLetsTheProgramBreatheOnce) {
+  int pumps = 0;
+  memory.loop.BeforePump = [&] { ++pumps; };
+  Run("#VAR n 0;#WHILE {@n<3} {#MATH n {@n+1}}");
+  EXPECT_EQ(pumps, 3);
+  Run("#VAR n 0;#UNTIL {@n>3} {#MATH n {@n+1}}");
+  EXPECT_EQ(pumps, 7);
+  Run("#3 {#VAR x %i};#FORALL a|b {#VAR x %i};#IF 1 {#VAR x 1}");
+  EXPECT_EQ(pumps, 7) << "these run through";
+  memory.loop.BeforePump = nullptr;
+}
+
+TEST_F(ControlTest, WhatCannotBeExpandedRunsNothing) {
+  for (const char* line :
+       {"#IF {%NOFUN(1)} {a} {b}", "#WHILE {%NOFUN(1)} {a}", "#FORALL {%NOFUN(1)} {a}", "#MATH x {%NOFUN(1)}",
+        "#EXECUTE {%NOFUN(1)}", "#EXECUTE a {%NOFUN(1)}", "#ABORT {%NOFUN(1)}", "#WAIT {%NOFUN(1)}",
+        "#ALARM {%NOFUN(1)} {a}", "#UNALARM {%NOFUN(1)}", "#IGNORE {%NOFUN(1)} on"})
+    EXPECT_EQ(Run(std::string(line) + ";say no").substr(0, 22), "Unknown function NOFUN") << line;
+  EXPECT_EQ(Run("#UNTIL {%NOFUN(1)} {a}"), "Unknown function NOFUN");
+  EXPECT_EQ(Sent(), "a/");
+}
+
+TEST_F(ControlTest, LoopsInLoopsHaveOneItem) {
+  EXPECT_EQ(Sent("#FORALL a|b {#FORALL 1|2 {say %i};say %i}"), "say 1/say 2/say 2/say 1/say 2/say 2/");
+  EXPECT_EQ(Sent("#2 {#3 {#OK};say %i %repeatnum}"), "say 3 3/say 3 3/");
+  EXPECT_EQ(Sent("#1.5 {say %i};#2.5 {say %i}"), "say 1/say 1/say 2/");
+  EXPECT_EQ(Run("#-1 {say no}"), "Bad command #-1");
+}
+
 TEST_F(ControlTest, ForAllWalksAList) {
   AddVariable("l", "rat|big cat||dog");
   EXPECT_EQ(Sent("#FORALL @l {kill %i}"), "kill rat/kill big cat/kill /kill dog/");
@@ -116,6 +145,16 @@ TEST_F(ControlTest, ExecuteExpandsItsLineWithoutATarget) {
   EXPECT_EQ(Sent("#EXECUTE {@c}"), "say 1/say 2/");
   EXPECT_EQ(Sent("#EXECUTE {say @x} anna", 1), "say 7/");
   EXPECT_EQ(Sent("#EXECUTE {say @x %EXPAND(@x)} anna", 1), "say 5 5/");
+}
+
+TEST_F(ControlTest, ExecutePassesArgumentsAndAborts) {
+  MakeSession(1, "anna", true);
+  AddAlias("tell", "#EXECUTE {say %1} anna");
+  EXPECT_EQ(Sent("tell hello", 1), "say hello/");
+  EXPECT_EQ(Sent("#EXECUTE {say a;#ABORT all} ALL;say no"), "say a/");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "") << "the second session is not reached";
+  EXPECT_EQ(Run("#EXECUTE {#xyz} all;say no"), "Bad command #xyz");
+  EXPECT_EQ(Sent("#EXECUTE {say @x} @nothing"), "say /") << "an empty target is this session";
 }
 
 TEST_F(ControlTest, ABodyMayDisconnectItsOwnSession) {

@@ -83,6 +83,31 @@ TEST_F(DefinitionTest, DefinitionsJoinTheCurrentClass) {
   EXPECT_EQ(AliasClass("x"), "a");
 }
 
+TEST_F(DefinitionTest, TheClassOfAnAliasIsTakenAsItStands) {
+  AddVariable("c", "war");
+  Run("#ALIAS a x @c");
+  EXPECT_EQ(AliasClass("a"), "@c");
+}
+
+TEST_F(DefinitionTest, WhatCannotBeExpandedDefinesNothing) {
+  for (const char* line : {"#ALIAS %NOFUN(1) x", "#ALIAS a {%EXPAND(~%NOFUN~(1~))}", "#KEY F5 {%EXPAND(~%NOFUN~(1~))}",
+                           "#KEY F5 x %NOFUN(1)", "#VAR x %NOFUN(1)", "#ADDITEM x %NOFUN(1)", "#TAB %NOFUN(1)"})
+    EXPECT_EQ(Run(line), "Unknown function NOFUN") << line;
+  EXPECT_EQ(script.AliasCount + script.MacroCount + script.VariableCount + script.TabWordCount, 0);
+  EXPECT_FALSE(sessions.ScriptChanged[0]);
+}
+
+TEST_F(DefinitionTest, KeysAndTabWordsAreSomethingToSave) {
+  EXPECT_EQ(Run("#KEY F5 x"), "");
+  EXPECT_TRUE(sessions.ScriptChanged[0]);
+  sessions.ScriptChanged[0] = false;
+  EXPECT_EQ(Run("#TAB rat"), "");
+  EXPECT_TRUE(sessions.ScriptChanged[0]);
+  sessions.ScriptChanged[0] = false;
+  EXPECT_EQ(Run("#TAB RAT"), "");
+  EXPECT_FALSE(sessions.ScriptChanged[0]) << "the word was there";
+}
+
 TEST_F(DefinitionTest, CheckModeLooksAtTheBodyOnly) {
   EXPECT_EQ(Run("#ALIAS x {#xyz}", option::CheckOnly), "Bad command #xyz");
   EXPECT_EQ(Run("#KEY nokey {#xyz}", option::CheckOnly), "Bad command #xyz");
@@ -213,6 +238,43 @@ TEST_F(DefinitionTest, ClassEnablesDisablesAndSelects) {
   EXPECT_EQ(Run("#CLASS a sometimes"), "Bad Class parameter 2");
 }
 
+TEST_F(DefinitionTest, DisablingAnotherClassLeavesTheCurrentOne) {
+  Run("#CLASS peace;#CLASS war enable");
+  EXPECT_EQ(Run("#CLASS war disable"), "");
+  EXPECT_EQ(script.CurrentClass[0], "PEACE");
+  EXPECT_EQ(Run("#DELCLASS war"), "");
+  EXPECT_EQ(script.CurrentClass[0], "PEACE");
+  EXPECT_EQ(Run("#DELCLASS peace"), "");
+  EXPECT_EQ(script.CurrentClass[0], "");
+}
+
+TEST_F(DefinitionTest, AClassWithoutANameTakesNothingAway) {
+  Run("#ALIAS a x;#KEY F5 x");
+  EXPECT_EQ(Run("#DELCLASS @nothing;#UNCLASS @nothing"), "");
+  EXPECT_EQ(script.AliasCount + script.MacroCount, 2);
+}
+
+TEST_F(DefinitionTest, ClassesTakeTriggersAlong) {
+  MakeSession(0, "bob", true);
+  const OwnerId owner = script.SocketOwner[0];
+  script.TriggerCount = 3;
+  symbols.resizeCommand(windowtype::Triggers, 3);
+  const char* classes[] = {"", "war", "war|peace", "war"};
+  for (int16 i = 1; i <= 3; ++i) {
+    script.Triggers[i].Pattern = script.Triggers[i].SearchText = "t" + std::to_string(i);
+    script.Triggers[i].Class = classes[i];
+    script.Triggers[i].Owner = owner;
+  }
+  script.Triggers[3].Owner = 0;
+  EXPECT_EQ(Run("#UNCLASS WAR"), "");
+  ASSERT_EQ(script.TriggerCount, 2);
+  EXPECT_EQ(script.Triggers[1].Class, "peace");
+  EXPECT_EQ(script.Triggers[2].SearchText, "t3") << "another owner's";
+  EXPECT_EQ(Run("#DELCLASS war"), "");
+  ASSERT_EQ(script.TriggerCount, 1);
+  EXPECT_EQ(script.Triggers[1].SearchText, "t2");
+}
+
 TEST_F(DefinitionTest, TheListOfClassesBeepsWhenEmpty) {
   EXPECT_EQ(Run("#CLASS"), "");
   EXPECT_EQ(Effects(), (Lines{"beep"}));
@@ -278,6 +340,19 @@ TEST_F(DefinitionTest, TabWordsAreKeptInTheirFile) {
   EXPECT_FALSE(menu.ListOpen) << "there is no word to show";
 }
 
+TEST_F(DefinitionTest, TheTabFileListsTheWordsOfTheCharacterInFront) {
+  MakeSession(0, "bob", true);
+  EXPECT_EQ(Run("#TAB rat"), "") << "without a folder there is no file";
+  sessions.MudFolder[0] = "/data/Avalon/";
+  memory.files.CreateFolder("/data/Avalon");
+  script.CurrentOwner = static_cast<int16>(script.SocketOwner[0] + 1);
+  EXPECT_EQ(Run("#TAB rat"), "") << "nothing new, and written all the same";
+  EXPECT_EQ(memory.files.ReadWhole("/data/Avalon/bob.Tab"), "");
+  script.CurrentOwner = script.SocketOwner[0];
+  EXPECT_EQ(Run("#UNTAB"), "");
+  EXPECT_EQ(memory.files.ReadWhole("/data/Avalon/bob.Tab"), "rat\r\n");
+}
+
 TEST_F(DefinitionTest, ATabFileThatCannotBeWrittenIsTold) {
   MakeSession(0, "bob", true);
   sessions.MudFolder[0] = "/data/Avalon/";
@@ -305,6 +380,7 @@ TEST_F(DefinitionTest, GagLineCountsLines) {
   EXPECT_EQ(Run("#GAGLINE bogus"), "Bad GagLine parameter");
   EXPECT_EQ(Run("#GAGLINE many voice"), "non-numeric number of lines to gag");
   EXPECT_EQ(Run("#GAGLINE 2 bogus"), "Bad GagLine parameter");
+  EXPECT_TRUE(Run("#GAGLINE 40000").starts_with("Bad parsing error - "));
 }
 
 TEST_F(DefinitionTest, GagOnLastsUntilUnGagOn) {

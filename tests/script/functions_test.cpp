@@ -138,6 +138,7 @@ TEST_F(Library, Texts) {
            Row{"%IFWORD(b,a|B|c,|)", "1"},
            Row{"%IFWORD(a b,x A B)", "1"},
            Row{"%LEFT(abc,2)", "ab"},
+           Row{"%LEFT(abc,1)%RIGHT(xyz,1)", "a%RIGHT(xyz,1)"},  // the call behind a call is not looked at
            Row{"%LEFT(abc,9)", "abc"},
            Row{"%LEFT(abc,0)", ""},
            Row{"%LEFT(abc,-1)", "!! Error in one of the arguments in function LEFT"},
@@ -200,6 +201,8 @@ TEST_F(Library, Lists) {
            Row{"%DELNITEM(,1)", ""},
            Row{"%PUSH(a|b,c)", "c|a|b"},
            Row{"%PUSH(,c)", "c"},
+           Row{"%PUSH(\"a|b\",\"c,d\")", "c,d|a|b"},
+           Row{"%DELITEM(a||b,)", "a|b"},
            Row{"%REVERSELIST(a|b|c)", "c|b|a"},
            Row{"%REVERSELIST()", ""},
            Row{"%SORT(b|C|a,0)", "a|b|C"},
@@ -334,6 +337,9 @@ TEST_F(Library, ConnectedAsksTheFirstSessionOfThatName) {
   EXPECT_EQ(ask("fro"), "1");
   EXPECT_EQ(ask("GANDALF"), "0");
   EXPECT_EQ(ask("sam"), "0");
+  sessions.SessionRef[0] = "sam";
+  sockets.Open.insert(0);
+  EXPECT_EQ(ask("sam"), "0") << "the start session does not count";
   sockets.Open = {3};
   EXPECT_EQ(ask("frodo"), "0");
 }
