@@ -239,6 +239,7 @@ void PosixFiles::WriteWhole(const std::string& path, std::string_view bytes, Pri
 std::unique_ptr<AppendFile> PosixFiles::OpenAppend(const std::string& path, Privacy privacy) {
   const std::string real = Resolve(path);
   NeedFolderOf(real);
+  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
   std::optional<mode_t> mode;
   if (privacy == Privacy::Private) mode = ModeFor(real, privacy);
   return OpenGrowingFile(real, mode);

@@ -1,0 +1,97 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A script's data files on the real disk: what one run writes, the next reads, and a disk that refuses is told."""
+import os
+import shutil
+import unittest
+
+from corvid_json import Corvid, Server, prepared_folder, receive
+
+END = "that is all"
+
+
+class DataFiles(unittest.TestCase):
+    def setUp(self):
+        self.server = Server()
+        self.addCleanup(self.server.listener.close)
+        self.folder = prepared_folder(("Echo", self.server.port, "Eve", "eve", "x", 0))
+        self.addCleanup(lambda: shutil.rmtree(self.folder, ignore_errors=True))
+        self.start()
+
+    def start(self):
+        self.corvid = Corvid("--connect", "eve", data=self.folder)
+        self.addCleanup(lambda home=self.corvid.home: shutil.rmtree(home, ignore_errors=True))
+        self.peer = self.server.accept()
+        self.addCleanup(self.peer.close)
+        self.corvid.event("session", session=1, state="connected")
+        self.corvid.event("ready")
+
+    def sent_by(self, line):
+        """What a typed line sends to the game."""
+        self.corvid.line(line)
+        self.corvid.line(f">{END}")
+        sent = []
+        while True:
+            text = self.corvid.event("send")["text"]
+            if text == END:
+                return sent
+            sent.append(text)
+
+    def error_of(self, line):
+        """The words of the box in which a typed line fails."""
+        self.corvid.line(line)
+        box = self.corvid.event("dialog")
+        self.corvid.send(key="Enter")
+        self.corvid.event("dialog-closed")
+        return next(control["value"] for control in box["controls"] if control["kind"] == "label")
+
+    def test_what_one_run_writes_the_next_one_reads(self):
+        self.assertEqual([], self.sent_by("#FILE 2 Shop.txt;#WRITE 2 {sword 50};#WRITE 2 {shield} NoReturn;"
+                                          "#WRITE 2 { 40};#CLOSE 2"))
+        self.assertEqual(b"sword 50\r\nshield 40\r\n", (self.folder / "Shop.txt").read_bytes())
+        self.assertEqual([], self.sent_by("#FILE 6 rooms.dat;#WRITE 6 {the temple} 2"))
+        self.assertEqual(b"\0" * 128 + b"\x0a\0the temple".ljust(128, b"\0"), (self.folder / "rooms.dat").read_bytes())
+        self.assertEqual(0, self.corvid.end())
+        self.start()
+        self.assertEqual(["say sword 50", "say shield 40"],
+                         self.sent_by("#FILE 1 shop.TXT;#READ 1 x;#WHILE {@x<>\"[EOF]\"} {say @x;#READ 1 x}"))
+        self.assertEqual(["say the temple", "say []"],
+                         self.sent_by("#FILE 6 rooms.dat;#READ 6 x 2;say @x;#READ 6 x 9;say [@{x}]"))
+        self.assertEqual([], self.sent_by("#DELFILE shop.txt"))
+        self.assertFalse((self.folder / "Shop.txt").exists())
+        self.assertEqual(0, self.corvid.end())
+
+    def test_a_disk_that_refuses_is_told(self):
+        self.assertIn("No such file", self.error_of("#FILE 1 none.txt;#READ 1 x"))
+        if os.path.exists("/dev/full"):
+            (self.folder / "full.txt").symlink_to("/dev/full")
+            self.assertIn("Bad parsing error - ", self.error_of("#FILE 2 full.txt;#WRITE 2 x"))
+            self.assertIn("No space left on device", self.error_of("#WRITE 2 x"))
+        os.mkfifo(self.folder / "pipe.txt")
+        self.assertIn("is no ordinary file", self.error_of("#FILE 3 pipe.txt;#READ 3 x"))
+        self.assertEqual(["look"], self.sent_by("look"))
+        self.assertEqual(0, self.corvid.end())
+
+    def test_no_name_leads_out_of_the_folder(self):
+        outside = self.folder.parent / (self.folder.name + ".txt")
+        outside.write_text("mine")
+        self.addCleanup(outside.unlink)
+        for name in (f"../{outside.name}", f"..\\{outside.name}", str(outside), f"a/../../{outside.name}"):
+            with self.subTest(name):
+                words = "Directory and wildcard characters are not allowed."
+                self.assertIn(words, self.error_of(f"#DELFILE {{{name}}}"))
+                self.assertIn(words, self.error_of(f"#FILE 2 {{{name}}}"))
+        self.assertIn("is a folder", self.error_of("#FILE 2 ..;#WRITE 2 x"))
+        self.assertIn("is a folder", self.error_of("#DELFILE .."))
+        self.assertEqual("mine", outside.read_text())
+        self.assertEqual(0, self.corvid.end())
+
+    def test_a_file_is_sent_line_by_line(self):
+        (self.folder / "song.txt").write_bytes(b"la #QUIT;@x\r\nli\nlo")
+        self.corvid.line("#SEND song.txt {sing }")
+        heard = receive(self.peer, b"lo\r\n")
+        self.assertIn(b"sing la #QUIT;@x\r\nsing li\r\nsing lo\r\n", heard)
+        self.assertEqual(0, self.corvid.end())
+
+
+if __name__ == "__main__":
+    unittest.main()
