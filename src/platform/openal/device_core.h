@@ -10,10 +10,11 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/openal/device.h"
-#include "platform/openal/mixer.h"
+#include "platform/openal/mixer_settings.h"
 
 namespace corvid {
 

@@ -2,27 +2,17 @@
 // The sound output on OpenAL Soft: voices and sounds through one device.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/audio.h"
+#include "platform/openal/mixer_settings.h"
 #include "platform/sounds.h"
 
 namespace corvid {
 
 struct DeviceCore;
-
-struct MixerSettings {
-  std::string device{};   // name of the device; empty for the system's default
-  bool loopback = false;  // no device at all: Render hands out what would be heard
-  int loopbackRate = VoiceSampleRate;
-  int loopbackChannels = 1;  // 1 or 2; sounds are heard on 2 only
-  // Told once each time the device goes away, with a text for the player, from a thread of the mixer's own: it must
-  // hand the text over and return, without a call to the mixer.
-  std::function<void(std::string)> notice{};
-};
 
 // A device that goes away while the program runs is opened again when it is back, or another is there; until then
 // voices and sounds run on in silence and come to their end in time.

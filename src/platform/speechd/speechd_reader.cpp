@@ -50,10 +50,12 @@ SpeechdReader::~SpeechdReader() {
 bool SpeechdReader::Start() {
   std::unique_lock lock(mutex_);
   connecting_ = true;
+  waitedFor_ = true;
   if (!thread_.joinable()) thread_ = std::thread([this] { Work(); });
   changed_.notify_all();
-  changed_.wait(lock, [this] { return !connecting_; });
-  return !dead_;
+  const bool answered = changed_.wait_for(lock, settings_.startLimit, [this] { return !connecting_; });
+  waitedFor_ = false;
+  return !answered || !dead_;
 }
 
 std::string SpeechdReader::Problem() const {
@@ -100,7 +102,7 @@ bool SpeechdReader::TakeTurn() {
   if (!starting && !MayTry(step)) return true;
   const std::string problem = Perform(step);
   // A stop does nothing on a channel without a connection, so that it works says nothing about the service.
-  if (!step.stop || !problem.empty()) NoteResult(problem, !starting);
+  if (!step.stop || !problem.empty()) NoteResult(problem);
   return true;
 }
 
@@ -148,9 +150,11 @@ std::string SpeechdReader::Perform(const Job& step) {
   return "The speech service (speech-dispatcher) does not answer.";
 }
 
-void SpeechdReader::NoteResult(const std::string& problem, bool tell) {
+void SpeechdReader::NoteResult(const std::string& problem) {
+  bool reported = false;  // by Start
   {
     const std::lock_guard lock(mutex_);
+    reported = connecting_ && waitedFor_;
     problem_ = problem;
     dead_ = !problem.empty();
     if (dead_) {
@@ -162,7 +166,7 @@ void SpeechdReader::NoteResult(const std::string& problem, bool tell) {
   changed_.notify_all();
   const bool news = !problem.empty() && !told_;
   told_ = !problem.empty();
-  if (news && tell && notice_) notice_(problem);
+  if (news && !reported && notice_) notice_(problem);
 }
 
 }  // namespace corvid

@@ -22,7 +22,8 @@ namespace corvid {
 struct ReaderRoutes;
 
 struct SpeechdSettings {
-  std::chrono::milliseconds callLimit{2000};      // a service that takes longer counts as dead
+  std::chrono::milliseconds callLimit{2000};  // a service that takes longer counts as dead
+  std::chrono::milliseconds startLimit{300};  // how long Start waits for an answer; the service itself starts in 200
   std::chrono::milliseconds retryInterval{5000};  // a dead service is tried again at the first text after this
 };
 
@@ -39,8 +40,9 @@ class SpeechdReader : public ScreenReader {
   SpeechdReader(const SpeechdReader&) = delete;
   SpeechdReader& operator=(const SpeechdReader&) = delete;
 
-  // Connects, which starts the service if need be (0.2 s). The one call that waits, callLimit at most. After a failure
-  // Say goes on trying. The notice is not called for a failure that Start reports.
+  // Connects, which starts the service if need be. The one call that waits, startLimit at most: a service that has not
+  // answered by then counts as there, texts wait for it, and the notice tells if it stays silent. After a failure Say
+  // goes on trying. The notice is not called for a failure that Start reports.
   bool Start() override;
   std::string Problem() const override;
   void Say(int16 channel, const std::string& text, bool interrupt) override;
@@ -61,7 +63,7 @@ class SpeechdReader : public ScreenReader {
   bool TakeStep(Job& step);
   bool MayTry(const Job& step);
   std::string Perform(const Job& step);
-  void NoteResult(const std::string& problem, bool tell);
+  void NoteResult(const std::string& problem);
 
   const Notice notice_;
   const SpeechdSettings settings_;
@@ -76,7 +78,8 @@ class SpeechdReader : public ScreenReader {
   std::condition_variable changed_;
   std::deque<Job> jobs_;
   std::string problem_;
-  bool connecting_ = false;  // Start waits
+  bool connecting_ = false;  // the first connection is being made
+  bool waitedFor_ = false;   // Start waits for it
   bool dead_ = false;
   bool ending_ = false;
   std::thread thread_;  // the event thread's

@@ -76,12 +76,14 @@ class FakeService {
     return std::find(told.begin(), told.end(), line) != told.end();
   }
   std::atomic<bool> hang = false;  // takes everything, answers nothing
+  std::atomic<bool> late = false;  // gives the answers that it kept to itself while it hung
   std::atomic<int> connections = 0;
 
  private:
   struct Client {
     std::string name;
     std::string unread;
+    std::string unsent;  // while it hangs
     std::string text;
     bool speaking = false;
   };
@@ -90,7 +92,11 @@ class FakeService {
     while (!ending_) {
       std::vector<pollfd> waiting{{listener_, POLLIN, 0}};
       for (const auto& [client, state] : clients_) waiting.push_back({client, POLLIN, 0});
-      if (poll(waiting.data(), waiting.size(), 20) <= 0) continue;
+      const int some = poll(waiting.data(), waiting.size(), 20);
+      if (late.exchange(false)) {
+        for (auto& [client, state] : clients_) Send(client, state);
+      }
+      if (some <= 0) continue;
       for (const pollfd& entry : waiting) {
         if (entry.revents == 0) continue;
         if (entry.fd == listener_) {
@@ -116,10 +122,13 @@ class FakeService {
       const std::string line = state.unread.substr(0, end);
       state.unread.erase(0, end + 2);
       const std::string answer = Answer(state, line);
-      if (!hang && !answer.empty()) {
-        send(client, (answer + "\r\n").c_str(), answer.size() + 2, MSG_NOSIGNAL);
-      }
+      if (!answer.empty()) state.unsent += answer + "\r\n";
+      if (!hang) Send(client, state);
     }
+  }
+  static void Send(int client, Client& state) {
+    send(client, state.unsent.c_str(), state.unsent.size(), MSG_NOSIGNAL);
+    state.unsent.clear();
   }
   std::string Answer(Client& client, const std::string& line) {
     if (client.speaking && line != ".") {
@@ -314,6 +323,48 @@ TEST_F(Speechd, WithoutAServiceStartSaysWhy) {
   EXPECT_NE(reader.Problem().find("speech-dispatcher"), std::string::npos);
   EXPECT_EQ(notices.Count(), 0U);
   reader.Say(1, "nobody hears this", false);
+}
+
+TEST_F(Speechd, AServiceThatAnswersLateHoldsNobodyUpAndLosesNothing) {
+  FakeService service(socketFile);
+  service.hang = true;
+  SpeechdReader reader(notices.Callback(), {.callLimit = 20s, .startLimit = 20ms, .retryInterval = 1s});
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_TRUE(reader.Start());
+  reader.Say(1, "said before the service answers", false);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, 10s);
+  ASSERT_TRUE(Until([&] { return service.connections == 1; }));
+  service.hang = false;
+  service.late = true;
+  EXPECT_TRUE(Until([&] { return service.WasTold("incoming: said before the service answers"); }));
+  EXPECT_EQ(notices.Count(), 0U);
+}
+
+TEST_F(Speechd, AServiceThatHangsAtTheStartIsToldOnceAndHoldsNobodyUp) {
+  FakeService service(socketFile);
+  service.hang = true;
+  SpeechdReader reader(notices.Callback(), {.callLimit = 300ms, .startLimit = 20ms, .retryInterval = 50ms});
+  EXPECT_TRUE(reader.Start()) << "nothing is known yet";
+  reader.Say(1, "lost", false);
+  ASSERT_TRUE(Until([&] { return notices.Count() == 1; }));
+  EXPECT_NE(notices.Last().find("does not answer"), std::string::npos);
+  service.hang = false;
+  EXPECT_TRUE(Until([&] {
+    reader.Say(1, "hello", false);
+    return service.WasTold("incoming: hello");
+  }));
+  EXPECT_EQ(notices.Count(), 1U);
+}
+
+TEST_F(Speechd, AFailureThatStartReportsIsNotToldAgain) {
+  SpeechdReader reader(notices.Callback(), {.callLimit = 2000ms, .startLimit = 20s, .retryInterval = 10ms});
+  EXPECT_FALSE(reader.Start());
+  EXPECT_FALSE(reader.Start()) << "however often";
+  for (int i = 0; i < 5; ++i) {
+    reader.Say(1, "lost", false);
+    std::this_thread::sleep_for(20ms);
+  }
+  EXPECT_EQ(notices.Count(), 0U);
 }
 
 TEST_F(Speechd, AServiceThatComesLaterIsFound) {
