@@ -230,6 +230,49 @@ TEST_F(Mixer, RunningDryNeitherLosesNorRepeats) {
   EXPECT_TRUE(heard == ramp);
 }
 
+// The moment itself, again and again: a block is handed over while the device mixes the end of the one before it.
+TEST_F(Mixer, ABlockThatComesAtTheEndOfTheOneBeforeIsHeard) {
+  constexpr std::size_t First = 256;
+  constexpr std::size_t Second = 64;
+  constexpr std::size_t Whole = First + Second;
+  const auto stream = mixer.CreateStream();
+  const std::vector<int16> ramp = Ramp(Whole);
+  std::atomic<int> turn = 0;  // odd: the device mixes the end
+  std::vector<int16> heard;
+  const auto hear = [&](std::size_t frames) {
+    for (const float sample : mixer.Render(frames)) {
+      if (sample != 0) heard.push_back(Code(sample));
+    }
+  };
+  std::thread device([&] {
+    for (;;) {
+      const int now = turn;
+      if (now < 0) return;
+      if (now % 2 == 0) continue;
+      hear(First + 32);
+      ++turn;
+    }
+  });
+  std::mt19937 random(7);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+  int lost = 0;
+  for (int round = 0; round < 30'000 && lost == 0 && std::chrono::steady_clock::now() < end; ++round) {
+    heard.clear();
+    stream->Queue(ramp.data(), First);
+    ++turn;
+    for (std::atomic<std::size_t> wait = random() % 600; wait > 0; --wait) {
+    }
+    stream->Queue(ramp.data() + First, Second);
+    while (turn % 2 == 1) std::this_thread::yield();
+    for (int more = 0; more < 20 && (heard.size() < Whole || stream->Waiting() > 0); ++more) hear(Whole);
+    if (heard != ramp) ++lost;
+  }
+  turn = -2;
+  device.join();
+  EXPECT_EQ(lost, 0);
+  EXPECT_EQ(heard, ramp);
+}
+
 // Hours of sound lie in the stream's own memory and reach the device bit by bit, by the mixer's own thread.
 TEST_F(Mixer, FeedsALongStreamByItself) {
   const auto stream = mixer.CreateStream();

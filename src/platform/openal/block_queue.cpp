@@ -80,10 +80,10 @@ bool BlockQueue::Push(SampleBlock& block) {
     block = std::move(handed.block);
     return false;
   }
-  Collect();
   if (running_ && sources_.State() == AL_PLAYING) {
     LinkWhilePlaying(handed);
   } else {
+    Collect();  // it may have come to its end since the last look
     Link(handed);
     if (running_) sources_.Play();
   }
@@ -95,6 +95,7 @@ bool BlockQueue::Push(SampleBlock& block) {
 // The device mixes meanwhile, and may come to the end of the queue in any moment. A block linked behind an end that
 // the device has already met is never heard, yet counts as played.
 void BlockQueue::LinkWhilePlaying(const Handed& handed) {
+  Collect();
   if (Unheard() < SafeFrames) {
     // Near the end they stand still for a moment: then it is certain whether the end was met.
     sources_.Pause();
@@ -122,8 +123,9 @@ void BlockQueue::LinkWhilePlaying(const Handed& handed) {
 
 void BlockQueue::Run() {
   running_ = true;
-  Collect();
-  if (!blocks_.empty() && sources_.State() != AL_PLAYING) sources_.Play();
+  if (sources_.State() == AL_PLAYING) return;
+  Collect();  // what has come to its end is not played again
+  if (!blocks_.empty()) sources_.Play();
 }
 
 void BlockQueue::Hold() {
