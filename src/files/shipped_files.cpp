@@ -94,7 +94,7 @@ class Refresh {
 
   std::string RecordText() const {
     std::string text = std::string(Heading) + "\r\n";
-    for (const auto& [name, mark] : marks_) text += mark + " " + name + "\r\n";
+    for (const auto& [name, mark] : marks_) text.append(mark).append(" ").append(name).append("\r\n");
     return text;
   }
 
