@@ -221,7 +221,8 @@ void Keyboard::MoveAndSpeak(int16 KeyCode, int16 Shift) {
     upcalls_.speaker.SpeakOut(KeyCode == keycode::Home ? "Top" : "Bottom", channel, 0);
     upcalls_.speaker.SpeakOut(CurrentLine(text.Text(), text.SelStart() + 1), channel, 0);
   } else if (Shift == ControlBit && (KeyCode == keycode::Left || KeyCode == keycode::Right)) {
-    upcalls_.jobs.StartTimer1(timeraction::SpeakWord, EchoDelay);
+    if (channel != Channel::Entry || state_.options.EchoMoveByWord)
+      upcalls_.jobs.StartTimer1(timeraction::SpeakWord, EchoDelay);
   } else if (KeyCode == keycode::Left || KeyCode == keycode::Right) {
     SpeakSpot();
   } else if (KeyCode == keycode::Home || KeyCode == keycode::End) {

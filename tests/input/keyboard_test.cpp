@@ -169,6 +169,18 @@ TEST_F(KeyboardTest, LinesWordsAndSelectionsAreSpokenAtTheNextTick) {
   EXPECT_EQ(Of("job"), (Texts{"2 in 50", "2 in 50", "1 in 50", "3 in 50", "3 in 50"}));
 }
 
+TEST_F(KeyboardTest, WordsOfTheEntryAreSpokenUnlessTheOptionSaysOtherwise) {
+  Entry().SetText("go north");
+  state.OutputWindow(0).Append("Bob waves.");
+  options.EchoMoveByWord = false;
+  Press(keycode::Right, ControlBit);
+  EXPECT_EQ(Entry().SelStart(), 3) << "the caret moves all the same";
+  EXPECT_EQ(Of("job"), Texts{});
+  Press(keycode::Tab);
+  Press(keycode::Left, ControlBit);
+  EXPECT_EQ(Of("job"), Texts{"1 in 50"}) << "it is about the entry line alone";
+}
+
 TEST_F(KeyboardTest, TheOutputIsReadOnItsOwnChannel) {
   state.OutputWindow(0).Append("Bob waves.\r\nAnn nods.");
   Press(keycode::Tab);
