@@ -14,6 +14,7 @@ namespace {
 constexpr qint64 ReadPiece = 512;                 // bytes that are handed to the game before what they cause is sent
 constexpr qint64 ReadBuffer = qint64{64} * 1024;  // what waits beyond it stays with the sender
 constexpr int FarewellTime = 5000;                // milliseconds until a connection that is being closed is cut
+constexpr const char* Farewell = "\r\nThe practice game ends. Goodbye.\r\n";
 constexpr std::size_t PourPiece = std::size_t{64} * 1024;
 
 void Complain(const QString& text) {
@@ -160,7 +161,8 @@ void Server::Close() {
   listener_.close();
   for (auto& [id, peer] : peers_) {
     peer.Socket->disconnect(this);
-    peer.Socket->write("\r\nThe practice game ends. Goodbye.\r\n");
+    peer.Socket->write(Farewell);
+    if (peer.Record != nullptr) peer.Record->write(Farewell);
     peer.Socket->flush();
     peer.Socket->disconnectFromHost();
   }
