@@ -98,6 +98,31 @@ class Play(unittest.TestCase):
         keys("Up", "Up", "Return")
         until(lambda: text_of(self.entry).endswith("look\nscore\n"), "the line once more")
 
+    def list_menu(self, name):
+        return until(lambda: find(self.window, pyatspi.ROLE_LIST, name), f"the list {name!r}")
+
+    def row_with_focus(self, menu):
+        return next((each.name for each in menu if has_focus(each)), None)
+
+    def test_a_menu_is_a_list_that_is_read_and_left_by_keys(self):
+        self.log_in()
+        keys("Alt_L")
+        menu = self.list_menu("Main menu")
+        self.assertEqual([each.name for each in menu],
+                         ["File", "Edit", "Connect", "Tools and Preferences", "Windows", "Help"])
+        until(lambda: self.row_with_focus(menu) == "File", "the focus on the first item")
+        keys("Down")
+        until(lambda: self.row_with_focus(menu) == "Edit", "the focus on the second item")
+        type_text("tr")
+        walks = self.list_menu("Speed walk")
+        until(lambda: self.row_with_focus(walks) == "Begin Recording", "the menu of walks")
+        keys("Left")
+        self.list_menu("Tools and Preferences")
+        keys("Escape")
+        until(lambda: has_focus(self.entry), "the focus back in the entry")
+        self.send("look")
+        until(lambda: text_of(self.entry).endswith("secret\nlook\n"), "nothing of the menu's keys in the entry")
+
     def test_closing_asks_while_connected(self):
         self.log_in()
         keys("alt+F4")
