@@ -80,6 +80,14 @@ class Walks(unittest.TestCase):
         self.corvid.line("keep tower")
         self.corvid.hears("Recorded commands saved in New Lines window.", channel=5)
         self.assertIn("#alias {.tower} {N;look;U;D}\r\n", self.corvid.get("buffer", number=3)["text"])
+        # A command typed in full is kept as well as what it leads to.
+        self.corvid.line("#RECORD")
+        self.walk(("s", "The Village Square"))
+        self.corvid.line("#ENDRECORD home")
+        self.corvid.hears("Recorded commands saved in New Lines window.", channel=5)
+        self.settle()
+        kept = self.corvid.get("buffer", number=3)["text"]
+        self.assertTrue(kept.endswith("#alias {.home} {S}\r\n#ENDRECORD home\r\n"), kept)
         self.assertEqual(self.corvid.end(), 0)
 
     def test_a_slow_walk_takes_a_step_when_the_room_was_told(self):
