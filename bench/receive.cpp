@@ -15,7 +15,9 @@
 #include "script/symbols.h"
 #include "sessions/line_maker.h"
 #include "sessions/receive.h"
+#include "sessions/sound_lines.h"
 #include "sessions/telnet.h"
+#include "sound/sound.h"
 
 namespace {
 
@@ -150,8 +152,10 @@ struct Client {
 void Pipeline(benchmark::State& bench, bool log, bool colours, bool rich) {
   Client client;
   corvid::Upcalls upcalls{client.commands, client.errors, client.speech, client.prompter, client.screens, client.jobs};
-  corvid::Receive receive{client.script, client.options,  client.state,    client.output,
-                          client.logs,   client.triggers, client.platform, upcalls};
+  corvid::Sound sound{client.options, client.platform, upcalls};
+  corvid::SoundLines soundLines{client.options, sound, client.platform};
+  corvid::Receive receive{client.script,   client.options, client.state,    client.output, client.logs,
+                          client.triggers, soundLines,     client.platform, upcalls};
   client.options.ColourTextTags = colours;
   client.options.ColourDisplay = rich;
   client.output.CreateViewports(0);

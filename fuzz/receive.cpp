@@ -7,6 +7,8 @@
 #include "platform/memory/memory_platform.h"
 #include "script/symbols.h"
 #include "script_house.h"
+#include "sessions/sound_lines.h"
+#include "sound/sound.h"
 #include "support_upcalls.h"
 
 namespace {
@@ -89,7 +91,9 @@ struct Client {
   corvid::OutputWindows output{script, options, state, platform};
   corvid::Logs logs{options, state, platform};
   BusyTriggers triggers{memory.loop};
-  corvid::Receive receive{script, options, state, output, logs, triggers, platform, upcalls};
+  corvid::Sound sound{options, platform, upcalls};
+  corvid::SoundLines soundLines{options, sound, platform};
+  corvid::Receive receive{script, options, state, output, logs, triggers, soundLines, platform, upcalls};
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/fault.h"
 #include "core/upcalls.h"
 #include "platform/memory/effects.h"
 
@@ -19,6 +20,7 @@ class RecordingSpeaker : public Speaker {
     effects_.Add("spoken", std::to_string(window) + (spokenByWindow != 0 ? "w " : " ") + text);
   }
   void Speak(const std::string& text, int16, int16 voice) override {
+    if (Fails) throw Fault(FaultKind::Internal, "no voice");
     effects_.Add("spoken", std::to_string(voice) + " " + text);
   }
   void StopSpeech() override { effects_.Add("stop", "all"); }
@@ -27,6 +29,7 @@ class RecordingSpeaker : public Speaker {
   void SpellWord(const std::string& phrase, int16 WType) override {
     effects_.Add("spelled", std::to_string(WType) + " " + phrase);
   }
+  bool Fails = false;  // Speak throws
 
  private:
   EffectLog& effects_;

@@ -23,13 +23,16 @@ Corvid::Corvid(const Platform& outside)
       functions({scriptState, symbols, expressions, sessionState, platform.sockets, switchboard_,
                  [this](int32 number) { return dataFiles.AtEnd(number); }}),
       expansion(scriptState, optionsState, symbols, functions, [this] { return platform.face.ClipboardText(); }),
+      sound(optionsState, platform, upcalls),
+      music(musicState, scriptState, sound, platform, upcalls),
       buffers(bufferState, scriptState, optionsState, symbols, scanner, platform, upcalls),
       saving(scriptState, sessionState, bufferState, optionsState, buffers, platform, upcalls),
       userFolder(optionsState, scriptState, platform, upcalls),
       characters(sessionState, optionsState, platform, upcalls),
       output(scriptState, optionsState, sessionState, platform),
       logs(optionsState, sessionState, platform),
-      receive(scriptState, optionsState, sessionState, output, logs, triggers, platform, upcalls),
+      soundLines(optionsState, sound, platform),
+      receive(scriptState, optionsState, sessionState, output, logs, triggers, soundLines, platform, upcalls),
       sessions(scriptState, optionsState, sessionState, bufferState, symbols, scanner, buffers, saving, characters,
                output, logs, receive, platform, upcalls),
       timers(scriptState, optionsState, sessionState, bufferState, keyboardState, platform, upcalls),
@@ -44,12 +47,12 @@ Corvid::Corvid(const Platform& outside)
                buffers, saving, timers, menus, platform, upcalls),
       errors(bufferState, scriptState, optionsState, platform, upcalls),
       alarms(controlState, scriptState, platform, upcalls),
-      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState, symbols,
-             scanner,     expansion,    expressions, buffers,      sessions,      output,       logs,
-             alarms,      dataFiles,    platform,    upcalls,      speechState,   speech,       menus},
+      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState, symbols,    scanner,
+             expansion,   expressions,  buffers,     sessions,     output,        logs,         alarms,     dataFiles,
+             platform,    upcalls,      speechState, speech,       menus,         sound,        musicState, music},
       dispatcher(house_),
       start({scriptState, optionsState, bufferState, sessionState, speechState, symbols, buffers, saving, userFolder,
-             characters, output, logs, sessions, speechSettings, platform, upcalls}) {
+             characters, output, logs, sessions, speechSettings, sound, platform, upcalls}) {
   switchboard_.Commands = &dispatcher;
   switchboard_.Errors = &errors;
   switchboard_.Voice = &speech;

@@ -27,7 +27,11 @@
 #include "script/scanner.h"
 #include "script/symbols.h"
 #include "sessions/session.h"
+#include "sessions/sound_lines.h"
 #include "sessions/timers.h"
+#include "sound/music.h"
+#include "sound/music_state.h"
+#include "sound/sound.h"
 #include "speech/speech.h"
 #include "speech/speech_settings.h"
 #include "speech/voice_keys.h"
@@ -68,6 +72,7 @@ class Corvid : public Screens {
   MenuState menuState;
   ControlState controlState;
   ScriptFileState scriptFileState;
+  MusicState musicState;
 
  private:
   Switchboard switchboard_;
@@ -82,6 +87,8 @@ class Corvid : public Screens {
   ExpressionEvaluator expressions;
   Functions functions;
   Expansion expansion;
+  Sound sound;
+  Music music;
   Buffers buffers;
   Saving saving;
   UserFolder userFolder;
@@ -89,6 +96,7 @@ class Corvid : public Screens {
   OutputWindows output;
   Logs logs;
   NoLineTriggers triggers;
+  SoundLines soundLines;
   Receive receive;
   Sessions sessions;
   TimerRoutines timers;

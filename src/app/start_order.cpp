@@ -19,6 +19,7 @@
 #include "sessions/session.h"
 #include "sessions/session_state.h"
 #include "sessions/timers.h"
+#include "sound/sound.h"
 #include "speech/speech_settings.h"
 #include "speech/speech_state.h"
 
@@ -53,6 +54,7 @@ bool StartOrder::Form_Load(const StartRequest& request) {
   trap.Step([&] { c.saving.InitializeConfigs(); });
   trap.Step([&] { c.output.SelectOutputWindow(c.optionsState.ColourDisplay); });
   trap.Step([&] { c.output.ResizeForm(); });
+  trap.Step([&] { c.sound.DSInit(); });  // PUMP
   trap.Step([&] { c.characters.ReadMudFile(); });
   if (!request.PracticePort.empty()) trap.Step([&] { AddPracticeCharacter(request.PracticePort); });
   trap.Step([&] { LoadStartScripts(); });

@@ -14,6 +14,7 @@ class Logs;
 class OutputWindows;
 class Saving;
 class Sessions;
+class Sound;
 class SpeechSettings;
 class Symbols;
 class UserFolder;
@@ -41,6 +42,7 @@ struct StartHouse {
   Logs& logs;
   Sessions& sessions;
   SpeechSettings& speechSettings;
+  Sound& sound;
   const Platform& platform;
   Upcalls& upcalls;
 };

@@ -27,13 +27,16 @@ class Expansion;
 class ExpressionEvaluator;
 class Logs;
 class Menus;
+class Music;
 class OutputWindows;
 class Scanner;
 class Sessions;
+class Sound;
 class Speech;
 class Symbols;
 struct CommandRow;
 struct ControlState;
+struct MusicState;
 
 // All that a command may reach: the tables, and the routines of the floors below.
 struct CommandHouse {
@@ -58,6 +61,9 @@ struct CommandHouse {
   SpeechState& speechSettings;
   Speech& speech;
   Menus& menus;
+  Sound& sound;
+  MusicState& musicState;
+  Music& music;
 };
 
 // What comes after a command.

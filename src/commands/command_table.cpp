@@ -65,9 +65,9 @@ constexpr std::array commandRows{
 
     CommandRow{PQR, "PASSTHRU", 1, 1, handler::PassThru},
     CommandRow{PQR, "PAUSE", 0, 0, handler::Pause},
-    CommandRow{PQR, "PC", 2, 3, handler::NotBuilt},
+    CommandRow{PQR, "PC", 2, 3, handler::PlayControl},
     CommandRow{PQR, "PICK", 1, 1, handler::Pick},
-    CommandRow{PQR, "PLAYLOOP", 1, 2, handler::NotBuilt},
+    CommandRow{PQR, "PLAYLOOP", 1, 2, handler::Play},
     CommandRow{PQR, "PROMPT", 2, 2, handler::Prompt},
     CommandRow{PQR, "QUIET", 0, 1, handler::Quiet},  // "{}" at the end of a line counts as no parameter
     CommandRow{PQR, "QUIT", 0, 0, handler::Quit},

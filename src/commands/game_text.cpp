@@ -11,6 +11,7 @@
 #include "sessions/logs.h"
 #include "sessions/output.h"
 #include "sessions/session.h"
+#include "sound/sound.h"
 
 namespace corvid {
 
@@ -36,8 +37,14 @@ void GameText::Run(CommandCall& call) {
 }
 
 void GameText::SendVerbatim(CommandCall& call, const std::string& text) {
-  if (house_.keyboard.EchoPrefix) house_.platform.face.Beep();  // the player hears that the line is not looked at
+  if (house_.keyboard.EchoPrefix) TellVerbatim();
   Send(call, text, Target{call.outchannel, call.outchannel, false});
+}
+
+// The player hears that the line is not looked at.
+void GameText::TellVerbatim() {
+  int32 volume = 0;
+  if (house_.sound.PlaySound("ding.wav", volume) == 0) house_.platform.face.Beep();
 }
 
 // "name:text" switches to the session and sends there, "name::text" only sends there, "*:text" sends to all. False when

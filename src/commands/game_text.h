@@ -26,6 +26,7 @@ class GameText {
     bool All = false;  // "*": connected or not, nobody is asked
   };
 
+  void TellVerbatim();
   bool TakeSessionPrefix(CommandCall& call, Target& target);
   bool SwitchSession(CommandCall& call, const std::string& reference, bool stay, Target& target);
   int16 FindConnected(const std::string& reference) const;

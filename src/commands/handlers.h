@@ -76,6 +76,9 @@ void File(CommandCall& call);
 void Read(CommandCall& call);
 void Write(CommandCall& call);
 
+void Play(CommandCall& call);
+void PlayControl(CommandCall& call);
+
 void Character(CommandCall& call);
 void Connect(CommandCall& call);
 void Edit(CommandCall& call);

@@ -67,6 +67,8 @@ class Files {
   virtual std::vector<std::string> FolderNames(const std::string& folder) const = 0;  // sorted, links not followed
   // Absolute form with "/" between the parts, spelled as on disk where it exists; empty for an empty path.
   virtual std::string Absolute(const std::string& path) const = 0;
+  // The same of what is there, with links followed; empty where nothing is.
+  virtual std::string RealPath(const std::string& path) const = 0;
 };
 
 // Where the program finds itself and its user: asked once at start.

@@ -73,13 +73,14 @@ class Receive::Negotiation final : public TelnetEffects {
 };
 
 Receive::Receive(ScriptState& script, OptionsState& options, SessionState& sessions, OutputWindows& output, Logs& logs,
-                 LineTriggers& triggers, Platform& platform, Upcalls& upcalls)
+                 LineTriggers& triggers, SoundLines& sounds, Platform& platform, Upcalls& upcalls)
     : script_(script),
       options_(options),
       sessions_(sessions),
       output_(output),
       logs_(logs),
       triggers_(triggers),
+      sounds_(sounds),
       platform_(platform),
       upcalls_(upcalls),
       maker_(script, options) {}
@@ -192,18 +193,15 @@ void Receive::HandleBlock(int16 Index, Work& work) {
   FinishBlock(Index, caret, work);
 }
 
-bool Receive::IsSoundLine(std::string_view line) const {
-  if (line.substr(0, 2) != "!!") return false;
-  return SameText(line.substr(0, 7), "!!SOUND") || line.substr(0, 7) == "!!MUSIC";
-}
-
 void Receive::HandleLine(int16 Index, std::string_view line, Work& work) {
   if (options_.CompressOutput && IsBlank(line)) {
     Try(Index, [&] { SpeakBatch(work); });
     return;
   }
-  // Such a line is for the sound engine; sounds come with the sound engine, until then nothing is played.
-  if (IsSoundLine(line)) return;
+  if (SoundLines::IsSoundLine(line)) {
+    Try(Index, [&] { sounds_.msp(line); });  // PUMP
+    return;
+  }
   work.Faults.clear();
   Try(Index, [&] { maker_.Make(line, work.Line, work.Faults); });
   for (const std::string& fault : work.Faults) Report(Index, fault);

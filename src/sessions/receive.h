@@ -17,6 +17,7 @@
 #include "sessions/logs.h"
 #include "sessions/output.h"
 #include "sessions/session_state.h"
+#include "sessions/sound_lines.h"
 
 namespace corvid {
 
@@ -27,7 +28,7 @@ class Receive {
   static constexpr std::size_t LongestHeldLine = std::size_t{64} * 1024;
 
   Receive(ScriptState& script, OptionsState& options, SessionState& sessions, OutputWindows& output, Logs& logs,
-          LineTriggers& triggers, Platform& platform, Upcalls& upcalls);
+          LineTriggers& triggers, SoundLines& sounds, Platform& platform, Upcalls& upcalls);
   ~Receive();
 
   // Reads and handles one block of at most 4096 bytes. Runs for data, for a line that is fed in (InjectedText), and
@@ -53,7 +54,6 @@ class Receive {
   void StartReadTimer(int16 Index);
   void HandleBlock(int16 Index, Work& work);
   void HandleLine(int16 Index, std::string_view line, Work& work);
-  bool IsSoundLine(std::string_view line) const;
   void Log(int16 Index, Work& work);
   LineFate RunTriggers(int16 Index, Work& work);
   void Display(int16 Index, Work& work);
@@ -68,6 +68,7 @@ class Receive {
   OutputWindows& output_;
   Logs& logs_;
   LineTriggers& triggers_;
+  SoundLines& sounds_;
   Platform& platform_;
   Upcalls& upcalls_;
   LineMaker maker_;

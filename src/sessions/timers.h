@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Timer1: the jobs that a key leaves for the moment after it, so that its handler returns at once and speech comes
-// after the key's own effect. The tick of the script's alarms and the keeper of looping music come with those commands.
+// after the key's own effect. The tick of the script's alarms is in commands/alarms.h, the keeper of looping music in
+// sound/music.h.
 #pragma once
 
 #include <deque>

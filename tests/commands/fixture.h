@@ -33,6 +33,10 @@
 #include "sessions/output.h"
 #include "sessions/receive.h"
 #include "sessions/session.h"
+#include "sessions/sound_lines.h"
+#include "sound/music.h"
+#include "sound/music_state.h"
+#include "sound/sound.h"
 #include "speech/speech.h"
 
 namespace corvid::test {
@@ -141,6 +145,7 @@ class CommandTest : public ::testing::Test {
     options.LogsFolder = "/data/logs/";
     for (const char* folder : {"/data", "/data/Sounds", "/data/logs", "/app"}) memory.files.CreateFolder(folder);
     symbols.LoadSystemVariables();
+    sound.DSInit();
     scriptFiles.ResizeBuffers(3);
     sessionRoutines.ResizeConnections(0);
     windows.SelectOutputWindow(false);
@@ -256,7 +261,11 @@ class CommandTest : public ::testing::Test {
   OutputWindows windows{script, options, sessions, platform};
   Logs logs{options, sessions, platform};
   NoLineTriggers triggers;
-  Receive receive{script, options, sessions, windows, logs, triggers, platform, upcalls};
+  Sound sound{options, platform, upcalls, [](int16 highest) { return highest; }};
+  MusicState musicState;
+  Music music{musicState, script, sound, platform, upcalls};
+  SoundLines soundLines{options, sound, platform};
+  Receive receive{script, options, sessions, windows, logs, triggers, soundLines, platform, upcalls};
   Sessions sessionRoutines{script, options,    sessions, buffers, symbols, scanner,  scriptFiles,
                            saving, characters, windows,  logs,    receive, platform, upcalls};
   Errors errors{buffers, script, options, platform, upcalls};
@@ -265,9 +274,9 @@ class CommandTest : public ::testing::Test {
   MenuState menu;
   GenDialog dialog{platform, upcalls, voices};
   Menus menus{{menu, script, options, buffers, sessions, keyboard, scriptFiles, dialog, platform, upcalls}};
-  CommandHouse house{script,  options,   buffers,     sessions,    keyboard,        control, symbols,
-                     scanner, expansion, expressions, scriptFiles, sessionRoutines, windows, logs,
-                     alarms,  dataFiles, platform,    upcalls,     voices,          speech,  menus};
+  CommandHouse house{script,    options,     buffers,     sessions,        keyboard, control, symbols,    scanner,
+                     expansion, expressions, scriptFiles, sessionRoutines, windows,  logs,    alarms,     dataFiles,
+                     platform,  upcalls,     voices,      speech,          menus,    sound,   musicState, music};
   Dispatcher dispatcher{house};
   int16 LastOptions = 0;
   int16 LastChannel = 0;

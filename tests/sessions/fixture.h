@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <string>
@@ -19,7 +20,9 @@
 #include "sessions/output.h"
 #include "sessions/receive.h"
 #include "sessions/session.h"
+#include "sessions/sound_lines.h"
 #include "sessions/timers.h"
+#include "sound/sound.h"
 #include "support_upcalls.h"
 
 namespace corvid {
@@ -86,6 +89,7 @@ class SessionTest : public ::testing::Test {
     memory.sockets.SetEvents(&sessions);
     ResizeBuffers(buffers, 3);
     symbols.LoadSystemVariables();
+    sound.DSInit();
     sessions.ResizeConnections(0);
     output.SelectOutputWindow(false);
     memory.face.ShowMain();
@@ -127,6 +131,7 @@ class SessionTest : public ::testing::Test {
   using Texts = std::vector<std::string>;
 
   MemoryPlatform memory;
+  int16 Chance = 1;  // what is chosen among files that match
   Platform platform = memory.All();
   ScriptState script;
   OptionsState options;
@@ -149,7 +154,9 @@ class SessionTest : public ::testing::Test {
   OutputWindows output{script, options, state, platform};
   Logs logs{options, state, platform};
   ScriptedTriggers triggers;
-  Receive receive{script, options, state, output, logs, triggers, platform, upcalls};
+  Sound sound{options, platform, upcalls, [](int16 highest) { return highest; }};
+  SoundLines soundLines{options, sound, platform, [this](int16 highest) { return std::min(Chance, highest); }};
+  Receive receive{script, options, state, output, logs, triggers, soundLines, platform, upcalls};
   Sessions sessions{script, options,    state,  buffers, symbols, scanner,  scriptFiles,
                     saving, characters, output, logs,    receive, platform, upcalls};
   TimerRoutines timers{script, options, state, buffers, keyboard, platform, upcalls};

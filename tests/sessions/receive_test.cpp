@@ -350,7 +350,7 @@ TEST_F(ReceiveTest, DoesNotPileUpMessagesWhileOneIsRead) {
     std::function<void()> OnShow;
   } sink{memory.effects};
   Upcalls others{runner, sink, speaker, prompter, screens, jobs};
-  Receive second{script, options, state, output, logs, triggers, platform, others};
+  Receive second{script, options, state, output, logs, triggers, soundLines, platform, others};
   sink.OnShow = [&] {
     ++depth;
     second.sockTelnet_OnRead(Slot);  // more of the same comes in while the box stands

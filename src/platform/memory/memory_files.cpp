@@ -214,6 +214,13 @@ void MemoryFiles::Vanish(const std::string& folder) {
   std::erase_if(folders_, [&](const auto& name) { return name == absolute || name.starts_with(absolute + "/"); });
 }
 
+std::string MemoryFiles::RealPath(const std::string& path) const {
+  const std::string absolute = Absolute(path);
+  const auto link = Links.find(absolute);
+  if (link != Links.end()) return link->second;
+  return files_.contains(absolute) || folders_.contains(absolute) ? absolute : std::string();
+}
+
 void MemoryFiles::Put(const std::string& path, const std::string& bytes) {
   auto fail = std::move(Fail);
   Fail = nullptr;

@@ -27,6 +27,7 @@ class MemoryFiles : public Files {
   std::vector<std::string> FileNames(const std::string& folder) const override;
   std::vector<std::string> FolderNames(const std::string& folder) const override;
   std::string Absolute(const std::string& path) const override;
+  std::string RealPath(const std::string& path) const override;
 
   // Asked before each operation ("read", "write", "append", "random", "remove", "copy", "folder") with the path; a
   // non-empty answer is the reason for which it fails, as a Fault of kind FileIo. An open file asks again at each use.
@@ -37,6 +38,7 @@ class MemoryFiles : public Files {
   // The folder goes with all that is in it, as when a network drive is lost. A log that is open goes on into nothing.
   void Vanish(const std::string& folder);
   bool IsPrivate(const std::string& path) const { return private_.contains(Absolute(path)); }
+  std::map<std::string, std::string> Links;  // what a path leads to; only RealPath knows of them
   // Puts a file there, with its folders, whatever Fail says.
   void Put(const std::string& path, const std::string& bytes);
 

@@ -291,4 +291,10 @@ std::string PosixFiles::Absolute(const std::string& path) const {
   return Resolve(path);
 }
 
+std::string PosixFiles::RealPath(const std::string& path) const {
+  std::error_code error;
+  const fs::path real = fs::canonical(Resolve(path), error);
+  return error ? std::string() : real.string();
+}
+
 }  // namespace corvid

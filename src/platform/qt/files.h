@@ -21,6 +21,7 @@ class PosixFiles : public Files {
   std::vector<std::string> FileNames(const std::string& folder) const override;
   std::vector<std::string> FolderNames(const std::string& folder) const override;
   std::string Absolute(const std::string& path) const override;
+  std::string RealPath(const std::string& path) const override;
 };
 
 }  // namespace corvid

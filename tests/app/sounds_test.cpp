@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Sounds in the whole program: from its start to its end.
+#include "running_program.h"
+
+namespace corvid {
+namespace {
+
+TEST(ProgramSounds, AreReadyBeforeTheStartScript) {
+  RunningProgram run;
+  run.memory.PutSound("/data/Sounds/hello.wav", 1000);
+  run.memory.files.Put("/data/sounds.ini", "SOUND BUFFERS=20\r\n");
+  run.memory.files.Put("/data/start.set", "#PLAY hello.wav 50\r\n");
+  ASSERT_TRUE(run.Start());
+  EXPECT_EQ(run.corvid.sound.SoundBuffers(), 20);
+  const Texts heard = run.memory.effects.Of("sound");
+  ASSERT_EQ(heard.size(), 1u);
+  EXPECT_NE(heard[0].find("hello.wav -1500 0 22050 once background"), std::string::npos);
+}
+
+TEST(ProgramSounds, AMissingDeviceDoesNotKeepThePlayerOut) {
+  RunningProgram run;
+  run.memory.sounds.Works = false;
+  run.memory.face.Will("Ok");
+  ASSERT_TRUE(run.Start());
+  EXPECT_EQ(run.Asked().size(), 1u);
+  run.Do("#PLAY x.wav");
+  EXPECT_TRUE(run.memory.face.MainShown());
+}
+
+TEST(ProgramSounds, AStreamedOggEndsTheProgramWithEverythingSaved) {
+  RunningProgram run;
+  run.StartAndConnect(charflag::SimpleControl | charflag::KeepVariables);
+  run.Define("gold", "15");
+  run.memory.face.Will("Ok");
+  run.Do("#PLAY tune.ogg");
+  EXPECT_TRUE(run.Ended());
+  EXPECT_FALSE(run.memory.sockets.Connected(1));
+  EXPECT_NE(run.Read("/data/Aard/bob-var.set").find("gold"), std::string::npos);
+  const Texts asked = run.Asked();
+  ASSERT_FALSE(asked.empty());
+  EXPECT_NE(asked[0].find("OGG DLL is missing."), std::string::npos);
+}
+
+TEST(ProgramSounds, MusicGoesOnWithoutTheScript) {
+  RunningProgram run;
+  run.memory.PutSound("/data/Sounds/tune.mp3", 1000);
+  ASSERT_TRUE(run.Start());
+  run.Do("#PLAYLOOP tune.mp3");
+  run.memory.loop.Pass(3000);
+  EXPECT_GE(run.memory.effects.Of("sound").size(), 3u);
+  run.Do("#PC 0 STOP");
+  run.memory.effects.Clear();
+  run.memory.loop.Pass(3000);
+  EXPECT_TRUE(run.memory.effects.Of("sound").empty());
+}
+
+TEST(ProgramSounds, SoundLinesOfTheGameArePlayed) {
+  RunningProgram run;
+  run.memory.PutSound("/data/Sounds/hit.wav", 1000);
+  run.StartAndConnect(0);
+  run.memory.sockets.Receive(1, "!!SOUND(hit.wav V=60 L=1)\r\nYou hit the rat.\r\n");
+  const Texts heard = run.memory.effects.Of("sound");
+  ASSERT_EQ(heard.size(), 1u);
+  EXPECT_NE(heard[0].find("hit.wav -1200"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace corvid
