@@ -80,6 +80,48 @@ void TextForTheGame(benchmark::State& state) {
 }
 BENCHMARK(TextForTheGame);
 
+// items_per_second are statements.
+void StatementsOfOneLine(benchmark::State& state) {
+  Program program;
+  std::string line;
+  for (int i = 0; i < state.range(0); ++i) line += "#OK;";
+  for (auto _ : state) program.Run(line);
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(StatementsOfOneLine)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// A list that grows to that many items and is emptied again; items_per_second are items.
+void ListByItems(benchmark::State& state) {
+  Program program;
+  const std::string count = std::to_string(state.range(0));
+  for (auto _ : state) program.Run("#VAR l {} {};#" + count + " {#ADDITEM l %i};#" + count + " {#VAR x %POP(l)}");
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(ListByItems)->Arg(100)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// items_per_second are rounds over the items of one list.
+void ForAllItems(benchmark::State& state) {
+  Program program;
+  std::string list = "0";
+  for (int i = 1; i < state.range(0); ++i) list += "|" + std::to_string(i);
+  program.Run("#VAR l {" + list + "}");
+  for (auto _ : state) program.Run("#FORALL @l {#VAR x %i}");
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(ForAllItems)->Arg(1000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+
+void ConditionFullOfFunctions(benchmark::State& state) {
+  Program program;
+  program.Run("#VAR t {The large orc arrives from the north}");
+  for (auto _ : state) {
+    program.Run(
+        "#IF {%LENGTH(%REPLACE(@t,orc,troll))>%WORD(1 20 3, ,2) AND %IFWORD(orc,@t)=1 AND "
+        "%POS(north,@t)<>0} {#OK}");
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(ConditionFullOfFunctions);
+
 // items_per_second are definitions.
 void Definitions(benchmark::State& state) {
   std::string file;
