@@ -31,6 +31,7 @@ Corvid::Corvid(const Platform& outside)
       characters(sessionState, optionsState, platform, upcalls),
       output(scriptState, optionsState, sessionState, platform),
       logs(optionsState, sessionState, platform),
+      triggers(scriptState, optionsState, symbols, expansion, upcalls),
       soundLines(optionsState, sound, platform),
       receive(scriptState, optionsState, sessionState, output, logs, triggers, soundLines, platform, upcalls),
       sessions(scriptState, optionsState, sessionState, bufferState, symbols, scanner, buffers, saving, characters,

@@ -29,6 +29,7 @@
 #include "sessions/session.h"
 #include "sessions/sound_lines.h"
 #include "sessions/timers.h"
+#include "sessions/triggers.h"
 #include "sound/music.h"
 #include "sound/music_state.h"
 #include "sound/sound.h"
@@ -95,7 +96,7 @@ class Corvid : public Screens {
   CharacterFile characters;
   OutputWindows output;
   Logs logs;
-  NoLineTriggers triggers;
+  TriggerEngine triggers;
   SoundLines soundLines;
   Receive receive;
   Sessions sessions;

@@ -41,7 +41,9 @@ void MoveByARow(ScriptState& t) {
        t.AliasBuffers, t.AliasOwners, t.AliasFlags, t.AliasOriginals);
   Move(t.MacroCount, t.MacroCount > 0 && t.MacroKeyCodes[1] == 0, t.MacroKeyCodes, t.MacroShifts, t.MacroValues,
        t.MacroFlags, t.MacroClasses, t.MacroBuffers, t.MacroOwners, t.MacroOriginals);
-  Move(t.TriggerCount, t.TriggerCount > 0 && t.Triggers[1].Pattern.empty(), t.Triggers);
+  // A line's triggers are walked by row number whatever a trigger's action does, so these only change their place in
+  // memory.
+  t.Triggers = TriggerRows(t.Triggers);
   Move(t.VariableCount, t.VariableCount > 0 && t.VariableNames[1].empty(), t.VariableNames, t.VariableValues,
        t.VariableDefaults, t.VariableOwners);
 }

@@ -52,8 +52,13 @@ void RemoveClass(CommandCall& call, Verdict goes) {
   ScriptState& script = call.house.script;
   const OwnerId owner = call.definitionOwner;
   for (int16 i = 1; i <= script.TriggerCount; ++i) {
-    TriggerRecord& trigger = script.Triggers[i];
-    if (goes(trigger.Class, trigger.Owner, name, owner)) trigger.Pattern.clear();
+    const TriggerRecord& trigger = script.Triggers.Read(i);
+    std::string classes = trigger.Class;
+    if (goes(classes, trigger.Owner, name, owner)) {
+      script.Triggers[i].Pattern.clear();
+    } else if (classes != trigger.Class) {
+      script.Triggers[i].Class = classes;
+    }
   }
   for (int16 i = 1; i <= script.MacroCount; ++i)
     if (goes(script.MacroClasses[i], script.MacroOwners[i], name, owner)) script.MacroKeyCodes[i] = 0;

@@ -81,10 +81,10 @@ constexpr std::array commandRows{
     CommandRow{ST, "SEND", 1, 3, handler::Send},
     CommandRow{ST, "SETSPEECH", 2, 5, handler::SetSpeech, OnlyMinOrMax},
     CommandRow{ST, "STOP", 0, 0, handler::Stop},
-    CommandRow{ST, "SUBSTITUTE", 1, 1, handler::NotBuilt},
+    CommandRow{ST, "SUBSTITUTE", 1, 1, handler::Substitute},
     CommandRow{ST, "SYSKEY", 0, 1, handler::SysKey},
     CommandRow{ST, "TAB", 0, 1, handler::Tab},
-    CommandRow{ST, "TRIGGER", 2, 4, handler::NotBuilt},
+    CommandRow{ST, "TRIGGER", 2, 4, handler::Trigger},
 
     CommandRow{U, "UNALARM", 1, 1, handler::UnAlarm},
     CommandRow{U, "UNALIAS", 1, 2, handler::UnAlias},
@@ -96,7 +96,7 @@ constexpr std::array commandRows{
     CommandRow{U, "UNPAUSE", 0, 0, handler::UnPause},
     CommandRow{U, "UNTAB", 0, 1, handler::UnTab},
     CommandRow{U, "UNTIL", 2, 2, handler::Until},
-    CommandRow{U, "UNTRIGGER", 1, 2, handler::NotBuilt},
+    CommandRow{U, "UNTRIGGER", 1, 2, handler::UnTrigger},
     CommandRow{U, "UNVARIABLE", 1, 1, handler::UnVariable},
 
     CommandRow{VZ, "VARIABLE", 0, 3, handler::Variable},

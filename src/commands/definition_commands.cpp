@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // ALIAS, KEY, VARIABLE, ADDITEM and the commands that take these definitions away.
 #include "commands/command_call.h"
+#include "commands/definition_rules.h"
 #include "commands/handlers.h"
 #include "core/keys.h"
 #include "core/text.h"
@@ -9,28 +10,6 @@
 namespace corvid {
 
 namespace {
-
-constexpr std::size_t ExpandPlaces = 3;  // in which "%EXPAND" at the start of a body counts
-
-// A body that begins with "%EXPAND" is expanded once, now. False when that failed.
-bool ExpandBodyNow(CommandCall& call, std::string& body) {
-  const std::size_t place = Upper(body).find("%EXPAND");
-  return place >= ExpandPlaces || ExpandText(call, body);
-}
-
-// The classes of a new definition: those given, and the one that the session's definitions join now.
-std::string ClassList(const CommandCall& call, const std::string& given) {
-  const std::string& current = call.house.script.CurrentClass[call.outchannel];
-  if (current.empty()) return given;
-  if (given.empty()) return current;
-  const std::string wrapped = "|" + Upper(given) + "|";
-  if (wrapped.find("|" + Upper(current) + "|") != std::string::npos) return given;
-  return current + "|" + given;
-}
-
-void MarkChanged(CommandCall& call) {
-  call.house.sessions.ScriptChanged.at(static_cast<std::size_t>(call.outchannel)) = true;
-}
 
 bool ListHolds(std::string_view list, std::string_view item) {
   for (;;) {

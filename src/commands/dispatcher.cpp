@@ -82,6 +82,10 @@ void Dispatcher::ProcessCommand(const std::string& inlineText, int16& options, s
   }
 }
 
+void Dispatcher::SortTriggers() {
+  house_.script.Triggers.Sort(house_.script.TriggerCount);
+}
+
 // False when there is nothing left to do.
 bool Dispatcher::Enter(Line& line) {
   int16& depth = house_.script.CommandDepth;

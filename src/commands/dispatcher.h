@@ -30,8 +30,7 @@ class Dispatcher final : public CommandRunner {
   // when an error is told. Never throws: an unexpected fault is reported as "Bad parsing error - ". May pump events.
   void ProcessCommand(const std::string& inlineText, int16& options, std::string& ErrorDescription, Parameters& rvar,
                       int16& outchannel) override;
-  // Nothing to sort: no command makes a trigger yet.
-  void SortTriggers() override {}
+  void SortTriggers() override;
 
  private:
   struct Line;

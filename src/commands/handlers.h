@@ -36,7 +36,9 @@ void Ignore(CommandCall& call);
 void Key(CommandCall& call);
 void Local(CommandCall& call);
 void PassThru(CommandCall& call);
+void Substitute(CommandCall& call);
 void Tab(CommandCall& call);
+void Trigger(CommandCall& call);
 void UnAlarm(CommandCall& call);
 void UnAlias(CommandCall& call);
 void UnClass(CommandCall& call);
@@ -44,6 +46,7 @@ void UnGagLine(CommandCall& call);
 void UnGagOn(CommandCall& call);
 void UnKey(CommandCall& call);
 void UnTab(CommandCall& call);
+void UnTrigger(CommandCall& call);
 void UnVariable(CommandCall& call);
 void Variable(CommandCall& call);
 

@@ -57,6 +57,8 @@ void KillEverything(CommandHouse& house) {
   script.VariableCount = 0;
   script.TriggerCount = script.MacroCount = script.AliasCount = 0;
   script.ClassCount = script.AbbreviationCount = script.TabWordCount = 0;
+  script.Triggers.Resize(0);
+  ++script.ClassVersion;
   house.upcalls.screens.InitializeConfigs();  // PUMP
 }
 

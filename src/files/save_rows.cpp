@@ -8,9 +8,6 @@ namespace corvid {
 
 namespace {
 
-constexpr int16 ColourFlag = 0x1000;
-constexpr int16 AnyCaseFlag = 0x2000;
-
 std::string Braced(const std::string& text) {
   return "{" + text + "}";
 }
@@ -66,12 +63,12 @@ void Saving::SaveKeys(OwnerId Owner, std::string& text) const {
 // Kept: a flag without a class stands where a class is read.
 void Saving::SaveTriggers(OwnerId Owner, std::string& text) const {
   for (int16 row = 1; row <= script_.TriggerCount; ++row) {
-    const TriggerRecord& trigger = script_.Triggers[row];
+    const TriggerRecord& trigger = script_.Triggers.Read(row);
     if (trigger.Owner != Owner || trigger.Pattern.empty()) continue;
     text += CommandStart(Owner) + "Trigger " + Braced(trigger.SearchText) + " " + Braced(trigger.ActionText) +
             ClassPart(trigger.Class);
-    if ((trigger.Flags & AnyCaseFlag) != 0) text += " AnyCase";
-    if ((trigger.Flags & ColourFlag) != 0) text += " COLOR";
+    if ((trigger.Flags & triggerflag::AnyCase) != 0) text += " AnyCase";
+    if ((trigger.Flags & triggerflag::Colour) != 0) text += " COLOR";
     text += "\r\n";
   }
 }

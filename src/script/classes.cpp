@@ -20,6 +20,7 @@ void Symbols::CheckAndAddClass(std::string_view class1, OwnerId Owner) {
   state_.ClassNames[grown] = std::move(name);
   state_.ClassOwners[grown] = Owner;
   state_.ClassCount = grown;
+  ++state_.ClassVersion;
 }
 
 void Symbols::DeleteClass(std::string_view class1, OwnerId Owner) {
@@ -31,6 +32,7 @@ void Symbols::DeleteClass(std::string_view class1, OwnerId Owner) {
       state_.ClassOwners[next - 1] = state_.ClassOwners[next];
     }
     --state_.ClassCount;  // the arrays keep their size
+    ++state_.ClassVersion;
     return;
   }
 }
@@ -43,11 +45,14 @@ bool Symbols::IsClassOn(std::string_view name, OwnerId Owner) const {
   return false;
 }
 
-bool Symbols::InClass(std::string_view class1, OwnerId Owner) const {
+bool Symbols::HasTooManyClasses(std::string_view class1) {
   constexpr std::ptrdiff_t mostClasses = 11;
+  return std::count(class1.begin(), class1.end(), '|') >= mostClasses;
+}
+
+bool Symbols::InClass(std::string_view class1, OwnerId Owner) const {
   if (class1.empty()) return true;
-  if (std::count(class1.begin(), class1.end(), '|') >= mostClasses)
-    throw Fault(FaultKind::Index, "A definition has more than 11 classes");
+  if (HasTooManyClasses(class1)) throw Fault(FaultKind::Index, "A definition has more than 11 classes");
   while (true) {
     const std::size_t bar = class1.find('|');
     if (!IsClassOn(class1.substr(0, bar), Owner)) return false;

@@ -21,12 +21,6 @@ void MoveRow(int32 from, int32 to, Columns&... columns) {
   ((columns[to] = std::move(columns[from])), ...);
 }
 
-// "<name>rest" is known by its name; any other search text by itself.
-std::string_view KnownAs(std::string_view searchText) {
-  if (searchText.empty() || searchText.front() != '<') return searchText;
-  return searchText.substr(1, searchText.find('>') - 1);
-}
-
 }  // namespace
 
 void Symbols::RemoveTrigger(int16 stype, OwnerId Owner, std::string_view sString2, std::string_view sClass,
@@ -43,14 +37,18 @@ void Symbols::RemoveTrigger(int16 stype, OwnerId Owner, std::string_view sString
       ErrorDescription = "Extra characters after the right angle bracket";
       return;
     }
-    wanted = KnownAs(wanted);
+    wanted = TriggerName(wanted);
   }
+  // Each definition comes through here to remove the one before it, so numbers are compared before texts.
+  const std::uint32_t number = TriggerRows::NumberOfName(wanted);
   bool removed = false;
   for (int32 row = 1; row <= state_.TriggerCount; ++row) {
-    TriggerRecord& trigger = state_.Triggers[row];
-    if (trigger.Pattern.empty() || trigger.Owner != Owner || !SameText(KnownAs(trigger.SearchText), wanted)) continue;
+    if (state_.Triggers.NameNumber(row) != number) continue;
+    const TriggerRecord& trigger = state_.Triggers.Read(row);
+    if (trigger.Pattern.empty() || trigger.Owner != Owner || !SameText(TriggerName(trigger.SearchText), wanted))
+      continue;
     if (!sClass.empty() && !SameText(sClass, trigger.Class)) continue;
-    trigger.Pattern.clear();
+    state_.Triggers[row].Pattern.clear();
     removed = true;
   }
   if (removed) CompressCommand(windowtype::Triggers);
@@ -68,7 +66,7 @@ void Symbols::RemoveTabWords(OwnerId ownedBy) {
 
 void Symbols::RemoveCommands(int16 BufferNumber) {
   for (int32 row = 1; row <= state_.TriggerCount; ++row)
-    if (state_.Triggers[row].Buffer == BufferNumber) state_.Triggers[row].Pattern.clear();
+    if (state_.Triggers.Read(row).Buffer == BufferNumber) state_.Triggers[row].Pattern.clear();
   for (int32 row = 1; row <= state_.AliasCount; ++row)
     if (state_.AliasBuffers[row] == BufferNumber) state_.AliasNames[row].clear();
   for (int32 row = 1; row <= state_.MacroCount; ++row)
@@ -77,7 +75,7 @@ void Symbols::RemoveCommands(int16 BufferNumber) {
 
 void Symbols::RemoveCharacter(OwnerId ownedBy) {
   for (int32 row = 1; row <= state_.TriggerCount; ++row)
-    if (state_.Triggers[row].Owner == ownedBy) state_.Triggers[row].Pattern.clear();
+    if (state_.Triggers.Read(row).Owner == ownedBy) state_.Triggers[row].Pattern.clear();
   for (int32 row = 1; row <= state_.AliasCount; ++row)
     if (state_.AliasOwners[row] == ownedBy) state_.AliasNames[row].clear();
   for (int32 row = 1; row <= state_.MacroCount; ++row)
@@ -94,10 +92,21 @@ void Symbols::CompressCommand(int32 WindowType) {
   if ((WindowType & windowtype::Variables) != 0) CompressVariables();
 }
 
+// Kept: of a trigger that moves down, the pieces and names behind the tenth stay where they are, and the trigger gets
+// those of the row it comes to.
 void Symbols::CompressTriggers() {
+  constexpr int32 moved = 10;
+  TriggerRows& rows = state_.Triggers;
   const int32 kept = PackRows(
-      state_.TriggerCount, [&](int32 row) { return state_.Triggers[row].Pattern.empty(); },
-      [&](int32 from, int32 to) { MoveRow(from, to, state_.Triggers); });
+      state_.TriggerCount, [&](int32 row) { return rows.Read(row).Pattern.empty(); },
+      [&](int32 from, int32 to) {
+        rows.Swap(from, to);
+        if (!rows.HoldsTextsBehind(moved, from) && !rows.HoldsTextsBehind(moved, to)) return;
+        TriggerRecord& one = rows[from];
+        TriggerRecord& other = rows[to];
+        one.Parts.SwapBehind(other.Parts, moved);
+        one.Names.SwapBehind(other.Names, moved);
+      });
   state_.TriggerCount = static_cast<int16>(kept);
   resizeCommand(windowtype::Triggers, kept);
   commands_.SortTriggers();

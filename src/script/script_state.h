@@ -7,6 +7,7 @@
 
 #include "core/table.h"
 #include "core/types.h"
+#include "script/trigger_state.h"
 
 namespace corvid {
 
@@ -43,26 +44,6 @@ struct MacroTable {  // keys, sorted by code * 10 + shift state
   Table<std::string> MacroOriginals;
 };
 
-struct TriggerRecord {  // an empty Pattern marks a deleted record until the table is compressed
-  std::string Pattern;
-  std::array<std::string, 11> Parts;  // literal pieces, 1 to 10
-  std::array<std::string, 11> Names;  // variables that take what a wildcard matched, 1 to 10
-  std::string Class;
-  int16 Buffer = 0;
-  std::string Action;
-  int16 Owner = 0;
-  int16 Flags = 0;
-  std::string SortKey;
-  std::string SearchText;
-  std::string ActionText;
-};
-
-struct TriggerTable {
-  int16 TriggerCount = 0;
-  int16 TriggerSequence = 0;  // grows by one for each trigger ever defined
-  Table<TriggerRecord> Triggers;
-};
-
 struct AbbreviationTable {  // direction pairs of recorded walks
   int16 AbbreviationCount = 0;
   Table<std::string> AbbreviationFrom;
@@ -82,6 +63,7 @@ struct ClassTable {  // the classes that are switched on; one that is in no row 
   int16 ClassCount = 0;
   Table<std::string> ClassNames;
   Table<int16> ClassOwners;
+  int32 ClassVersion = 0;  // another number after each change, so that answers about classes can be kept
 };
 
 namespace sysvar {  // rows of SystemNames and SystemValues

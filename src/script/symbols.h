@@ -49,6 +49,7 @@ class Symbols {
   // True when every class of the list "A|B" is on, for Owner or globally; an empty list is always on. More than 11
   // classes are a Fault of kind Index.
   bool InClass(std::string_view class1, OwnerId Owner) const;
+  static bool HasTooManyClasses(std::string_view class1);  // InClass faults
 
   // Removes the triggers of Owner whose search text, or its name in angle brackets, equals sString2; an empty sClass
   // stands for every class. With stype 2 nothing may follow the name's ">".

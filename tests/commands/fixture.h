@@ -28,12 +28,12 @@
 #include "script/scanner.h"
 #include "script/symbols.h"
 #include "sessions/character_file.h"
-#include "sessions/line_triggers.h"
 #include "sessions/logs.h"
 #include "sessions/output.h"
 #include "sessions/receive.h"
 #include "sessions/session.h"
 #include "sessions/sound_lines.h"
+#include "sessions/triggers.h"
 #include "sound/music.h"
 #include "sound/music_state.h"
 #include "sound/sound.h"
@@ -260,7 +260,7 @@ class CommandTest : public ::testing::Test {
   CharacterFile characters{sessions, options, platform, upcalls};
   OutputWindows windows{script, options, sessions, platform};
   Logs logs{options, sessions, platform};
-  NoLineTriggers triggers;
+  TriggerEngine triggers{script, options, symbols, expansion, upcalls};
   Sound sound{options, platform, upcalls, [](int16 highest) { return highest; }};
   MusicState musicState;
   Music music{musicState, script, sound, platform, upcalls};
