@@ -73,7 +73,8 @@ void FileOperations::SendLines(const std::string& path, std::string& ErrorDescri
                                const std::string& behind, int16& outchannel) {
   LineReader lines(house_.platform.files.OpenRead(path));
   while (ErrorDescription.empty() && !house_.platform.events.Ending() && !lines.AtEnd()) {
-    const std::string line = std::string(1, house_.options.PassThruChar) + before + lines.Next() + behind;
+    std::string line(1, house_.options.PassThruChar);
+    line.append(before).append(lines.Next()).append(behind);
     house_.script.DefiningBuffer = 0;
     house_.script.CommandDepth = 0;
     int16 options = 0;
