@@ -83,6 +83,9 @@ class Fight(Examples):
 
     def test_it_counts_the_blows_and_tells_how_it_stands(self):
         self.play()
+        self.load("fight.set")
+        self.corvid.line("health")
+        self.says("Your prompt has not come yet.")
         self.to_the_rat()
         self.corvid.line("health")
         self.assertEqual("20 of 20, that is 100 percent, and 15 gold.", self.says("percent").strip())
