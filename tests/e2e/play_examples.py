@@ -168,9 +168,9 @@ class Chat(Examples):
     def test_keeping_is_switched_by_channel(self):
         self.play()
         self.load("chat.set")
-        self.corvid.line("keep chat off")
+        self.corvid.line("keeplines chat off")
         self.do("chat gone with the wind", "gone with the wind")
-        self.corvid.line("keep chat on")
+        self.corvid.line("keeplines chat on")
         self.do("chat carved in stone", "carved in stone")
         self.assertEqual(b"[chat] Anna: carved in stone\r\n", (self.folder / "chatlog-chat.txt").read_bytes())
         self.corvid.line("#DELCLASS chatlog")
