@@ -136,6 +136,63 @@ class Language(unittest.TestCase):
         self.assertEqual(["get lamp", "light lamp", ""], self.sent_by("bad"))
         self.assertEqual(["say http://example.org"], self.sent_by("url"))
 
+    def after(self, *lines):
+        """What is sent because of lines of the game."""
+        self.peer.sendall("".join(line + "\r\n" for line in (*lines, "the end")).encode())
+        sent = []
+        while True:
+            text = self.corvid.event("send")["text"]
+            if text == END:
+                return sent
+            sent.append(text)
+
+    def test_what_is_told_of_triggers_holds(self):
+        for line in (
+                f"#TRIGGER {{the end}} {{{END}}}",
+                "#TRIGGER {AT~&T *} {say phone %1}",
+                "#TRIGGER {[<]&hp/&{max}hp>*} {say @hp of @max}",
+                "#TRIGGER {[#]*} {say number %1}",
+                "#TRIGGER {[[]chat] &who: &what} {say @who said @what}",
+                "#TRIGGER {You see [A-C]*} {say set %1}",
+                "#TRIGGER {loud *} {say heard %1} {} AnyCase",
+                "#TRIGGER {*middle*} {say [%1][%2]}",
+                "#VARIABLE foe rat", "#TRIGGER {The @foe arrives.} {kill @foe}",
+                "#TRIGGER {once} {say once;#UNTRIGGER {once}}",
+                "#TRIGGER {* twice} {say older %1}", "#TRIGGER {both *} {say newer %1}",
+                "#TRIGGER {classy} {say on} tells",
+                "#TRIGGER {Red} {say red} {} Color",
+                "#TRIGGER {quiet *} {#GAGLINE}", "#TRIGGER {long *} {#SUBSTITUTE {short %1}}",
+                "#ALIAS shorten {#SUBSTITUTE {short}}", "#TRIGGER {lengthy} {shorten}"):
+            self.corvid.line(line)
+        for line, sent in (
+                ("AT&T rings", ["say phone rings"]),
+                ("<20/30hp> ", ["say 20 of 30"]),
+                ("#5 of all", ["say number 5 of all"]),
+                ("[chat] Anna: ;#QUIT{}@foe%1~", ["say Anna said ;#QUIT{}@foe%1~"]),
+                ("You see Bert", ["say set Bert"]),
+                ("You see Dora", []),
+                ("LOUD bang", ["say heard bang"]),
+                ("the middle way", ["say [the ][ way]"]),
+                ("middle way", ["say [ way][]"]),
+                ("The rat arrives.", ["kill rat"]),
+                ("once", ["say once"]),
+                ("once", []),
+                ("both twice", ["say newer twice", "say older both"]),
+                ("classy", []),
+                ("\x1b[31mblood\x1b[0m", ["say red"]),
+        ):
+            with self.subTest(line):
+                self.assertEqual(sent, self.after(line))
+        self.corvid.line("#CLASS tells enable")
+        self.assertEqual(["say on"], self.after("classy"))
+        self.after("quiet please", "long road", "lengthy")
+        self.corvid.event("ready")
+        output = self.corvid.get("output")["text"]
+        self.assertNotIn("quiet", output)
+        self.assertIn("\r\nshort road\r\n", output)
+        self.assertIn("\r\nlengthy\r\n", output)
+        self.assertEqual([], [e for e in self.corvid.seen if e["event"] == "dialog"])
+
     def test_every_example_is_a_command_that_the_program_takes(self):
         blocks = examples()
         self.assertGreater(len(blocks), 70)
