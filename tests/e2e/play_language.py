@@ -164,6 +164,7 @@ class Language(unittest.TestCase):
                 "#TRIGGER {quiet *} {#GAGLINE}", "#TRIGGER {long *} {#SUBSTITUTE {short %1}}",
                 "#ALIAS shorten {#SUBSTITUTE {short}}", "#TRIGGER {lengthy} {shorten}"):
             self.corvid.line(line)
+        self.sent_by("ready")
         for line, sent in (
                 ("AT&T rings", ["say phone rings"]),
                 ("<20/30hp> ", ["say 20 of 30"]),
@@ -183,10 +184,10 @@ class Language(unittest.TestCase):
         ):
             with self.subTest(line):
                 self.assertEqual(sent, self.after(line))
-        self.corvid.line("#CLASS tells enable")
+        self.sent_by("#CLASS tells enable")
         self.assertEqual(["say on"], self.after("classy"))
         self.after("quiet please", "long road", "lengthy")
-        self.corvid.event("ready")
+        self.corvid.hears("the end")
         output = self.corvid.get("output")["text"]
         self.assertNotIn("quiet", output)
         self.assertIn("\r\nshort road\r\n", output)
