@@ -36,7 +36,7 @@ int RunDesktop(const CommandLine& line, int argc, char** argv) {
   Voices voices(outside.timers, face);
   Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
                  outside.settings, voices.engine, voices.reader, face, voices.sounds});
-  face.Start({.Quit = [&] { corvid.quit(true); }});
+  face.Start({.Quit = [&] { corvid.quit(true); }, .Focused = [&](bool focused) { voices.sounds.SetFocused(focused); }});
   return corvid.Start(request) ? outside.loop.Run() : 0;
 }
 

@@ -90,6 +90,10 @@ DesktopFace::~DesktopFace() = default;
 
 void DesktopFace::Start(Hooks hooks) {
   parts_->hooks = std::move(hooks);
+  QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &parts_->context,
+                   [this](Qt::ApplicationState state) {
+                     if (parts_->hooks.Focused) parts_->hooks.Focused(state == Qt::ApplicationActive);
+                   });
 }
 
 void DesktopFace::SetEvents(FaceEvents* events) {

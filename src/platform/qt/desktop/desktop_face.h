@@ -24,7 +24,8 @@ namespace corvid {
 class DesktopFace : public Face {
  public:
   struct Hooks {
-    std::function<void()> Quit;  // the player has closed the window
+    std::function<void()> Quit;                   // the player has closed the window
+    std::function<void(bool focused)> Focused{};  // the program has got the focus, or another one has
   };
 
   DesktopFace(QtEventLoop& loop, const Clock& clock);
