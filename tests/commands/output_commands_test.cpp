@@ -335,6 +335,15 @@ TEST_F(OutputCommandTest, FindInTheEntryPutsTheCaretBeforeTheHit) {
   EXPECT_EQ(Said("#FIND x {Reverse|Next}"), Lines{"speech 1 Not found"}) << "six before the start of the text";
 }
 
+TEST_F(OutputCommandTest, FindOfALineEndInTheEntryGivesTheLineBeforeIt) {
+  for (const bool output : {false, true}) {
+    (output ? Viewport() : Entry()).SetText("a\r\n\r\nb");
+    AddVariable("end", "\r\nb");
+    EXPECT_EQ(Run(std::string("#FIND @end ") + (output ? "Output" : "Input")), "");
+    EXPECT_EQ(FoundLine(), output ? "" : "a");
+  }
+}
+
 TEST_F(OutputCommandTest, FindLooksInTheWindowThatHasTheFocus) {
   Viewport().SetText("a cat");
   Entry().SetText("the cat");

@@ -189,6 +189,30 @@ TEST(CloseBuffer, TakesTheDefinitionsAwayAndFreesTheSlot) {
   EXPECT_EQ(house.state.BufferFile[4], "/data/c.set");  // the free slot is used again
 }
 
+TEST(CloseBuffer, NothingIsDefinedForAFileThatIsGone) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  house.script.DefiningBuffer = 4;
+  EXPECT_TRUE(house.buffers.CloseBuffer(4));
+  EXPECT_EQ(house.script.DefiningBuffer, 0);
+}
+
+TEST(CloseBuffer, BeepsWhenNoOtherWindowCanBeShown) {
+  FilesHouse house;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  house.buffers.MoveBuffers(4);
+  for (int16 n = 1; n < 4; ++n) house.state.BufferFlags[n] = 0;
+  EXPECT_TRUE(house.buffers.CloseBuffer(4));
+  EXPECT_EQ(house.Told("beep").size(), 1u);
+  house.Load("/data/a.set");
+  house.state.BufferFlags[1] = buffer::EntryType;
+  house.buffers.MoveBuffers(4);
+  EXPECT_TRUE(house.buffers.CloseBuffer(4));
+  EXPECT_EQ(house.Told("beep").size(), 1u);
+}
+
 TEST(CloseBuffer, RefusesTheFirstThreeAndWhatIsNotOpen) {
   FilesHouse house;
   for (const int number : {-1, 0, 1, 2, 3, 4, 99}) EXPECT_FALSE(house.buffers.CloseBuffer(static_cast<int16>(number)));

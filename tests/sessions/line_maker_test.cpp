@@ -159,6 +159,11 @@ TEST_F(LineMakerTest, KeepsCharactersOfSeveralBytesWholeBesideQuietOnes) {
     EXPECT_EQ(Make("a\xF0\x9F\x98\x81").SpokenLine, "a\xF0\x9F\x98\x81\xF0\x9F\x98\x81");
   }
   EXPECT_EQ(Make("caf\xC3\xA9").PlainLine, "caf\xC3\xA9");
+  options.RemoveAsciiArt = 1;
+  options.AsciiPercent = 40;
+  std::string drawn;
+  for (int i = 0; i < 12; ++i) drawn += "\xE2\x94\x80";
+  EXPECT_EQ(Make(drawn).SpokenLine, "") << "each of its bytes counts as a sign";
 }
 
 TEST_F(LineMakerTest, DoesNotSpeakWhatIsDrawn) {

@@ -209,6 +209,14 @@ TEST(EditBox, BackspaceSpeaksAndRemovesTheLastCharacter) {
   EXPECT_EQ(house.Told("speech"), Texts({"1 Name?", "1 a", "1 period", "1 period", "1 b", "1 b", "1 a", "1 c"}));
 }
 
+TEST(EditBox, KeysFromBeforeTheQuestionAnswerNothing) {
+  VoiceKeysHouse house;
+  house.keyboard.TakenKeys = {{'X', 0}, {keycode::Enter, 0}};
+  house.Will({{'A', 0}, {keycode::Enter, 0}, {'B', 0}});
+  EXPECT_EQ(house.voiceKeys.EditBox("Name?"), "a");
+  EXPECT_TRUE(house.keyboard.TakenKeys.empty());
+}
+
 TEST(EditBox, EscapeGivesNothing) {
   VoiceKeysHouse house(speechtype::ScreenReader);
   house.Will({{'A', 0}, {keycode::Escape, 0}});
