@@ -15,22 +15,44 @@
 
 namespace corvid {
 
+namespace {
+
+void Close(const OpenedDevice& opened) {
+  if (opened.context != nullptr) alcDestroyContext(opened.context);
+  if (opened.device != nullptr) alcCloseDevice(opened.device);
+}
+
+}  // namespace
+
 // Shared with the thread that opens: it may outlive the one who waits.
 struct DeviceOpening::Shared {
   std::mutex mutex;
   std::condition_variable done;
   bool finished = false;
   bool abandoned = false;
-  ALCdevice* device = nullptr;
+  OpenedDevice opened;
+  std::string problem;
 
-  void Open(const std::string& name) {
-    ALCdevice* opened = alcOpenDevice(name.empty() ? nullptr : name.c_str());
+  void Open(const std::string& name, const std::vector<ALCint>& attributes) {
+    OpenedDevice made;
+    made.device = alcOpenDevice(name.empty() ? nullptr : name.c_str());
+    std::string why =
+        name.empty() ? "No sound card or sound system was found." : "The sound device \"" + name + "\" was not found.";
+    if (made.device != nullptr) {
+      made.context = alcCreateContext(made.device, attributes.data());
+      why = "The sound device was found but cannot be used.";
+    }
+    if (made.context == nullptr) {
+      Close(made);
+      made = {};
+    }
     const std::lock_guard lock(mutex);
     if (abandoned) {
-      if (opened != nullptr) alcCloseDevice(opened);
+      Close(made);
       return;
     }
-    device = opened;
+    opened = made;
+    problem = why;
     finished = true;
     done.notify_all();
   }
@@ -68,14 +90,15 @@ void PrepareLibrary() {
   setenv("ALSOFT_CONF", ("/proc/self/fd/" + std::to_string(file)).c_str(), 0);
 }
 
-DeviceOpening::DeviceOpening(const std::string& name) : shared_(std::make_shared<Shared>()) {
-  std::thread([shared = shared_, name] { shared->Open(name); }).detach();
+DeviceOpening::DeviceOpening(const std::string& name, const std::vector<ALCint>& attributes)
+    : shared_(std::make_shared<Shared>()) {
+  std::thread([shared = shared_, name, attributes] { shared->Open(name, attributes); }).detach();
 }
 
 DeviceOpening::~DeviceOpening() {
   const std::lock_guard lock(shared_->mutex);
   shared_->abandoned = true;
-  if (shared_->device != nullptr) alcCloseDevice(shared_->device);
+  AbandonDevice(shared_->opened);
 }
 
 bool DeviceOpening::Finished(std::chrono::milliseconds limit) {
@@ -83,31 +106,18 @@ bool DeviceOpening::Finished(std::chrono::milliseconds limit) {
   return shared_->done.wait_for(lock, limit, [this] { return shared_->finished; });
 }
 
-ALCdevice* DeviceOpening::Take() {
+OpenedDevice DeviceOpening::Take() {
   const std::lock_guard lock(shared_->mutex);
-  return std::exchange(shared_->device, nullptr);
+  return std::exchange(shared_->opened, {});
 }
 
-ALCdevice* OpenDevice(const std::string& name, std::chrono::milliseconds limit, std::string& problem) {
-  DeviceOpening opening(name);
-  if (!opening.Finished(limit)) {
-    problem = "The sound system does not answer.";
-    return nullptr;
-  }
-  ALCdevice* device = opening.Take();
-  if (device == nullptr) {
-    problem =
-        name.empty() ? "No sound card or sound system was found." : "The sound device \"" + name + "\" was not found.";
-  }
-  return device;
+std::string DeviceOpening::Problem() const {
+  const std::lock_guard lock(shared_->mutex);
+  return shared_->finished ? shared_->problem : "The sound system does not answer.";
 }
 
-void AbandonDevice(ALCdevice* device, ALCcontext* context) {
-  if (device == nullptr) return;
-  std::thread([device, context] {
-    if (context != nullptr) alcDestroyContext(context);
-    alcCloseDevice(device);
-  }).detach();
+void AbandonDevice(const OpenedDevice& opened) {
+  if (opened.device != nullptr) std::thread([opened] { Close(opened); }).detach();
 }
 
 }  // namespace corvid

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace corvid {
 
@@ -20,27 +21,32 @@ inline constexpr ALCint SourcesWanted = 301;
 // Nothing that the player has set is changed.
 void PrepareLibrary();
 
-// A device on its way, opened by a thread of its own from the construction on. Empty name: the default device.
+// A device and the context in it that all is played in. Both nullptr: there is none.
+struct OpenedDevice {
+  ALCdevice* device = nullptr;
+  ALCcontext* context = nullptr;
+};
+
+// A device on its way, opened by a thread of its own from the construction on, since a driver or a sound system that
+// hangs must hang nobody else. Empty name: the default device. The attributes are the context's.
 class DeviceOpening {
  public:
-  explicit DeviceOpening(const std::string& name);
-  ~DeviceOpening();  // a driver that hangs is left behind, with its thread
+  DeviceOpening(const std::string& name, const std::vector<ALCint>& attributes);
+  ~DeviceOpening();  // what hangs is left behind, with its thread
   DeviceOpening(const DeviceOpening&) = delete;
   DeviceOpening& operator=(const DeviceOpening&) = delete;
 
   bool Finished(std::chrono::milliseconds limit);  // waits that long at most
-  ALCdevice* Take();                               // the caller's own from now on; nullptr: there is none
+  OpenedDevice Take();                             // the caller's own from now on
+  std::string Problem() const;                     // once it has finished without a device, for the player
 
  private:
   struct Shared;
   std::shared_ptr<Shared> shared_;
 };
 
-// The named device, or nullptr: none exists, or it did not answer within the limit. problem then says which.
-ALCdevice* OpenDevice(const std::string& name, std::chrono::milliseconds limit, std::string& problem);
-
 // Lets go of a device that is gone, with all that was made in it. Its driver may hang, so nobody waits.
-void AbandonDevice(ALCdevice* device, ALCcontext* context);
+void AbandonDevice(const OpenedDevice& opened);
 
 // The library acts on the calling thread's context. Every routine takes it for as long as it needs it, so that no
 // thread keeps a context that may be gone.

@@ -37,36 +37,43 @@ DeviceCore::~DeviceCore() {
   if (device != nullptr) alcCloseDevice(device);
 }
 
-ALCdevice* DeviceCore::OpenLoopback() const {
-  return alcLoopbackOpenDeviceSOFT(nullptr);
-}
-
-ALCcontext* DeviceCore::CreateContext(ALCdevice* newDevice, bool silent) const {
+std::vector<ALCint> DeviceCore::Attributes(bool silent) const {
   std::vector<ALCint> attributes{ALC_MONO_SOURCES, SourcesWanted};
-  if (settings.loopback) {
-    const ALCint channels = settings.loopbackChannels == 2 ? ALC_STEREO_SOFT : ALC_MONO_SOFT;
-    attributes.insert(attributes.end(), {ALC_FREQUENCY, settings.loopbackRate, ALC_FORMAT_CHANNELS_SOFT, channels,
-                                         ALC_FORMAT_TYPE_SOFT, ALC_FLOAT_SOFT});
-  } else if (silent) {
-    attributes.insert(attributes.end(), {ALC_FREQUENCY, SilentRate, ALC_FORMAT_CHANNELS_SOFT, ALC_STEREO_SOFT,
-                                         ALC_FORMAT_TYPE_SOFT, ALC_FLOAT_SOFT});
+  if (settings.loopback || silent) {
+    const bool stereo = !settings.loopback || settings.loopbackChannels == 2;
+    attributes.insert(attributes.end(),
+                      {ALC_FREQUENCY, settings.loopback ? settings.loopbackRate : SilentRate, ALC_FORMAT_CHANNELS_SOFT,
+                       stereo ? ALC_STEREO_SOFT : ALC_MONO_SOFT, ALC_FORMAT_TYPE_SOFT, ALC_FLOAT_SOFT});
   }
   attributes.push_back(0);
-  return alcCreateContext(newDevice, attributes.data());
+  return attributes;
+}
+
+// The device that is no device: what is mixed is handed to us.
+OpenedDevice DeviceCore::OpenLoopback() const {
+  OpenedDevice opened;
+  opened.device = alcLoopbackOpenDeviceSOFT(nullptr);
+  if (opened.device == nullptr) return opened;
+  opened.context = alcCreateContext(opened.device, Attributes(true).data());
+  if (opened.context != nullptr) return opened;
+  alcCloseDevice(opened.device);
+  return {};
 }
 
 bool DeviceCore::Open(std::string& problem) {
   PrepareLibrary();
-  device = settings.loopback ? OpenLoopback() : OpenDevice(settings.device, OpenLimit, problem);
-  if (device == nullptr) {
-    if (settings.loopback) problem = "The sound library has no loopback device.";
-    return false;
+  OpenedDevice opened;
+  if (settings.loopback) {
+    opened = OpenLoopback();
+    problem = "The sound library has no loopback device.";
+  } else {
+    DeviceOpening opening(settings.device, Attributes(false));
+    if (opening.Finished(OpenLimit)) opened = opening.Take();
+    problem = opening.Problem();
   }
-  context = CreateContext(device, false);
-  if (context == nullptr) {
-    problem = "The sound device was found but cannot be used.";
-    return false;
-  }
+  if (opened.context == nullptr) return false;
+  device = opened.device;
+  context = opened.context;
   feeder_ = std::thread([this] { Work(); });
   return true;
 }
@@ -100,49 +107,43 @@ void DeviceCore::Watch() {
   if (!Gone()) return;
   silentUntil_ = Clock::now();
   nextLook_ = silentUntil_ + LookInterval;
-  if (ALCdevice* silent = OpenLoopback(); silent != nullptr) MoveTo(silent, true);
+  if (const OpenedDevice silent = OpenLoopback(); silent.context != nullptr) MoveTo(silent, true);
   if (std::exchange(told_, true) || !settings.notice) return;
   settings.notice("The sound device is gone. Voices and sounds are heard again as soon as there is one.");
 }
 
 void DeviceCore::LookForDevice() {
-  ALCdevice* found = nullptr;
+  OpenedDevice found;
   if (settings.loopback) {
     if (plugged_) found = OpenLoopback();
   } else if (opening_ == nullptr) {
-    if (Clock::now() >= nextLook_) opening_ = std::make_unique<DeviceOpening>(settings.device);
+    if (Clock::now() >= nextLook_) opening_ = std::make_unique<DeviceOpening>(settings.device, Attributes(false));
   } else if (opening_->Finished(milliseconds(0))) {
     found = opening_->Take();
     opening_ = nullptr;
     nextLook_ = Clock::now() + LookInterval;
   }
-  if (found != nullptr && MoveTo(found, false)) told_ = false;
+  if (found.context == nullptr) return;
+  MoveTo(found, false);
+  told_ = false;
 }
 
-// Takes everything over to the new device. False when it cannot be used; then nothing has changed.
-bool DeviceCore::MoveTo(ALCdevice* newDevice, bool silent) {
-  ALCcontext* newContext = CreateContext(newDevice, silent);
-  if (newContext == nullptr) {
-    AbandonDevice(newDevice, nullptr);
-    return false;
-  }
+// Takes everything over to the next device.
+void DeviceCore::MoveTo(const OpenedDevice& next, bool silent) {
   {
     const ContextScope scope(context);
     for (Audible* audible : audibles_) audible->LeaveDevice();
   }
   halves_.clear();
-  ALCdevice* oldDevice = nullptr;
-  ALCcontext* oldContext = nullptr;
+  OpenedDevice old;
   {
     const std::lock_guard lock(rendering_);
-    oldDevice = std::exchange(device, newDevice);
-    oldContext = std::exchange(context, newContext);
+    old = {std::exchange(device, next.device), std::exchange(context, next.context)};
     standIn_ = silent;
   }
-  AbandonDevice(oldDevice, oldContext);
+  AbandonDevice(old);
   const ContextScope scope(context);
   for (Audible* audible : audibles_) audible->EnterDevice();
-  return true;
 }
 
 void DeviceCore::Join(Audible& audible) {

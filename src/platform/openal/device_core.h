@@ -66,9 +66,9 @@ struct DeviceCore {
 
  private:
   using Clock = std::chrono::steady_clock;
-  ALCdevice* OpenLoopback() const;
-  ALCcontext* CreateContext(ALCdevice* newDevice, bool silent) const;
-  bool MoveTo(ALCdevice* newDevice, bool silent);
+  std::vector<ALCint> Attributes(bool silent) const;
+  OpenedDevice OpenLoopback() const;
+  void MoveTo(const OpenedDevice& next, bool silent);
   bool Gone() const;
   void LookForDevice();
   void RunSilently();
