@@ -199,6 +199,20 @@ class Window(unittest.TestCase):
         got = self.host.take("typed q")
         self.assertNotIn("typed n", got)
 
+    def test_the_program_hears_when_the_player_goes_elsewhere_and_comes_back(self):
+        other = Host()
+        self.addCleanup(other.end)
+        self.host.take("away")
+        other.end()
+        self.assertEqual(["back"], self.host.take("back"))
+
+    def test_a_dialog_of_its_own_is_not_elsewhere(self):
+        keys("F6")
+        self.dialog("Question")
+        time.sleep(0.5)  # nothing is to come
+        keys("n")
+        self.assertNotIn("away", self.host.take("dialog end No"))
+
     def test_closing_asks_the_program(self):
         keys("F6")
         self.dialog("Question")

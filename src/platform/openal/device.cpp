@@ -83,7 +83,7 @@ void PrepareLibrary() {
   // device of one channel the sides of a sound would have nowhere to go, so two are asked for everywhere; the sound
   // system below makes of them what it has.
   constexpr std::string_view configuration =
-      "[general]\nperiod_size = 256\nchannels = stereo\nhrtf = false\nresampler = bsinc24\n";
+      "[general]\nperiod_size = 256\nchannels = stereo\nhrtf = false\nresampler = bsinc12\n";
   const int file = memfd_create("corvid-alsoft", MFD_CLOEXEC);
   if (file < 0) return;
   if (write(file, configuration.data(), configuration.size()) != static_cast<ssize_t>(configuration.size())) return;

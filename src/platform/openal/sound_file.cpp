@@ -217,7 +217,7 @@ bool ReadAll(SoundFile& file, SoundSamples& sound, std::string& error, std::size
   sound.frequency = file.Frequency();
   while (file.Read(PieceFrames, sound.samples) > 0) {
     if (sound.samples.size() * sizeof(int16) <= most) continue;
-    error = "It is too long to be loaded: " + std::to_string(most / (1024 * 1024)) +
+    error = "It is too long to be loaded: " + std::to_string(most >> 20U) +
             " megabytes of samples at most, six minutes of stereo.";
     return false;
   }

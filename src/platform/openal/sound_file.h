@@ -14,7 +14,7 @@ namespace corvid {
 
 // Bytes of decoded 16-bit samples that a sound loaded whole may have: six minutes of stereo at 44,100 hertz, twice that
 // of mono. The library holds up to four times as much for it.
-inline constexpr std::size_t LongestLoadedSound = 64U * 1024 * 1024;
+inline constexpr std::size_t LongestLoadedSound = std::size_t{64} * 1024 * 1024;
 inline constexpr int MostFileChannels = 8;
 
 struct SoundSamples {

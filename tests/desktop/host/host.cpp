@@ -208,7 +208,7 @@ int main(int argc, char** argv) {
   const corvid::SystemClock clock;
   corvid::DesktopFace face(loop, clock);
   corvid::Host host(loop, face);
-  face.Start({[&] { loop.End(0); }});
+  face.Start({.Quit = [&] { loop.End(0); }, .Focused = [](bool focused) { corvid::Say(focused ? "back" : "away"); }});
   if (argc == 3 && std::strcmp(argv[1], "--flood") == 0) {
     corvid::Flood(host, loop, std::stoi(argv[2]));
     return 0;

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -17,6 +18,7 @@ namespace corvid {
 
 namespace {
 
+constexpr int AwayAfter = 300;     // milliseconds: between two windows of ours there is a moment without any
 constexpr qint64 BeepPause = 100;  // milliseconds; a storm of beeps is one now and then
 
 std::string ReadClipboard() {
@@ -46,6 +48,22 @@ struct DesktopFace::Parts {
                  }}}) {
     dialog.SetMainWindow(&window);
     dialog.SetWatch([this](QWidget* widget) { keys.Watch(widget); });
+    away.setSingleShot(true);
+    away.setInterval(AwayAfter);
+    QObject::connect(&away, &QTimer::timeout, &context, [this] { TellFocused(false); });
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &context, [this](Qt::ApplicationState state) {
+      if (state != Qt::ApplicationActive) {
+        if (arrived) away.start();
+      } else {
+        arrived = true;
+        away.stop();
+        TellFocused(true);
+      }
+    });
+  }
+
+  void TellFocused(bool now) {
+    if (std::exchange(focused, now) != now && hooks.Focused) hooks.Focused(now);
   }
 
   void ChangeFocus(MainFocus wanted) {
@@ -78,6 +96,9 @@ struct DesktopFace::Parts {
   FaceEvents* events = nullptr;
   MainFocus focus = MainFocus::Entry;
   bool closing = false;
+  bool arrived = false;  // the player has been here: until then nobody has gone elsewhere
+  bool focused = true;
+  QTimer away;
   QElapsedTimer sinceBeep;
   DialogWindow dialog;
   KeyFilter keys;
@@ -90,10 +111,6 @@ DesktopFace::~DesktopFace() = default;
 
 void DesktopFace::Start(Hooks hooks) {
   parts_->hooks = std::move(hooks);
-  QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &parts_->context,
-                   [this](Qt::ApplicationState state) {
-                     if (parts_->hooks.Focused) parts_->hooks.Focused(state == Qt::ApplicationActive);
-                   });
 }
 
 void DesktopFace::SetEvents(FaceEvents* events) {
