@@ -33,7 +33,7 @@ void Music::StartTimer2() {
 void Music::Timer2_Timer() {
   if (music_.MusicHandle < FirstMusicHandle) {
     music_.MusicHandle = 0;
-    script_.SystemValues[sysvar::MP3LOOP] = "0";
+    script_.SystemValues[sysvar::MP3LOOP].assign(1, '0');
     if (Timer2) Timer2->SetEnabled(false);
     return;
   }
