@@ -50,8 +50,9 @@ std::string WithoutDetours(const AbbreviationTable& directions, std::string step
     before = steps.size();
     steps = separator + steps + separator;
     for (int16 row = 1; row <= directions.AbbreviationCount; ++row) {
-      const std::string pair =
-          separator + directions.AbbreviationFrom[row] + separator + directions.AbbreviationTo[row] + separator;
+      std::string pair = separator + directions.AbbreviationFrom[row];
+      pair += separator + directions.AbbreviationTo[row];
+      pair += separator;
       steps = Replace(std::move(steps), pair, separator);
     }
     CutEnds(steps, separator);

@@ -14,7 +14,7 @@ namespace corvid {
 struct MenuItem {
   std::string_view Menu;        // upper case
   std::string_view Words;       // the first two characters are its code, unique within the menu
-  std::string_view Opens = "";  // name of the menu that it leads to; empty: none
+  std::string_view Opens = {};  // name of the menu that it leads to; empty: none
   MenuAction Choose = nullptr;  // what it does; without both it is not built yet
   std::string (*State)(const MenuHouse& house) = nullptr;  // shown behind the words
 };
