@@ -12,7 +12,6 @@ namespace corvid {
 
 namespace {
 
-constexpr int16 StopIcon = 0x10;
 constexpr const char* NoDevice = "Unable to initialize DirectSound - sound card may not be present";
 
 }  // namespace
@@ -72,7 +71,8 @@ void Sound::DSInit() {
   listener_ = {1.0F, 3.4F};
   initialised_ = true;
   oggTick_ = false;  // Kept: also where the library is there, so that a streamed OGG never plays.
-  if (deviceMissing_ && !told) trap.Step([&] { Tell(NoDevice, StopIcon, "Corvid"); });  // PUMP
+  // A line on the screen, not a question: a player with a braille display alone is not held up at each start.
+  if (deviceMissing_ && !told) trap.Step([&] { platform_.face.Notice(NoDevice); });
 }
 
 // "#text" is spoken on the first channel, which is stopped before; "##text" silences all that Control does.

@@ -81,8 +81,8 @@ class Sound {
   Sound(const Sound&) = delete;
   Sound& operator=(const Sound&) = delete;
 
-  // Reads "sounds.ini" and opens the device. What is wrong is told in message boxes, and the program runs on, without
-  // sound if need be. May pump events.
+  // Reads "sounds.ini" and opens the device. What is wrong in the file is told in message boxes, a missing device in a
+  // notice, and the program runs on, without sound if need be. May pump events.
   void DSInit();
   bool Initialised() const { return initialised_; }
   bool DeviceMissing() const { return deviceMissing_; }  // the player has been told, once

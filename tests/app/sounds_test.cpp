@@ -20,9 +20,9 @@ TEST(ProgramSounds, AreReadyBeforeTheStartScript) {
 TEST(ProgramSounds, AMissingDeviceDoesNotKeepThePlayerOut) {
   RunningProgram run;
   run.memory.sounds.Works = false;
-  run.memory.face.Will("Ok");
   ASSERT_TRUE(run.Start());
-  EXPECT_EQ(run.Asked().size(), 1u);
+  EXPECT_EQ(run.Asked().size(), 0u);
+  EXPECT_EQ(run.memory.effects.Of("notice").size(), 1u);
   run.Do("#PLAY x.wav");
   EXPECT_TRUE(run.memory.face.MainShown());
 }

@@ -1,11 +1,12 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """What the ear is promised, in the practice game: sounds to the left and right, music, voices over it, silence."""
+import os
 import pathlib
 import shutil
 import tempfile
 import unittest
 
-from corvid_json import Corvid
+from corvid_json import Corvid, Server, prepared_folder
 
 USER = 6  # the channel for what scripts say
 
@@ -106,6 +107,50 @@ class Tour(unittest.TestCase):
         self.assertEqual(bell["volume"], -1500)
         self.assertEqual(self.sound("volume", file="bell.wav")["volume"], -2400)
         self.assertEqual(corvid.end(), 0)
+
+
+class SoundLines(unittest.TestCase):
+    """What a server may play, with real files."""
+
+    def setUp(self):
+        self.server = Server()
+        self.addCleanup(self.server.listener.close)
+        self.data = prepared_folder(("Game", self.server.port, "Bob", "bob", "", 0))
+        self.addCleanup(lambda: shutil.rmtree(self.data, ignore_errors=True))
+        shipped = pathlib.Path(os.environ.get("CORVID_SOURCE_DIR", ".")) / "share/Sounds"
+        sounds = self.data / "Sounds"
+        (sounds / "fight").mkdir(parents=True)
+        for copy in ("step.wav", "fight/Blow.wav"):
+            shutil.copy(shipped / "step.wav", sounds / copy)
+        shutil.copy(shipped / "bell.wav", self.data / "secret.wav")
+        (sounds / "link.wav").symlink_to(self.data / "secret.wav")
+        (sounds / "way").symlink_to(self.data)
+        self.corvid = Corvid("--connect", "bob", data=self.data)
+        self.addCleanup(lambda: shutil.rmtree(self.corvid.home, ignore_errors=True))
+        self.peer = self.server.accept()
+        self.addCleanup(self.peer.close)
+
+    def played(self, *lines):
+        """The files that sound lines play, in order."""
+        before = len(self.corvid.seen)
+        for line in lines:
+            self.peer.sendall(line.encode() + b"\r\n")
+        self.peer.sendall(b"that was all\r\n")
+        self.corvid.hears("that was all")
+        return [e["file"] for e in self.corvid.seen[before:] if e["event"] == "sound" and e["op"] == "play"]
+
+    def test_only_files_of_the_folder_are_played(self):
+        refused = ["link.wav", "way/secret.wav", "way\\secret", "../secret.wav", "..\\secret.wav", "fight/../../secret",
+                   str(self.data / "secret.wav"), "C:\\secret.wav", "/etc/passwd", "/dev/zero", "link*"]
+        self.assertEqual(self.played(*(f"!!SOUND({name})" for name in refused)), [])
+        self.assertEqual(self.played("!!SOUND(STEP)", "!!MUSIC(fight/blow.wav V=50)"), ["step.wav", "fight/Blow.wav"])
+        self.assertFalse([e for e in self.corvid.seen if e["event"] == "dialog"])
+        self.assertEqual(self.corvid.end(), 0)
+
+    def test_a_storm_of_sound_lines_leaves_the_game_playable(self):
+        self.assertEqual(len(self.played(*(["!!SOUND(step.wav L=-1)"] * 20000))), 30)
+        self.assertEqual(self.corvid.get("title")["what"], "title")
+        self.assertEqual(self.corvid.end(), 0)
 
 
 if __name__ == "__main__":
