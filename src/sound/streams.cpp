@@ -154,21 +154,21 @@ void Sound::KillAllSounds() {
 }
 
 void Sound::PauseAllOGGSounds() {
-  for (int16 slot = 1; slot <= OggHandle.UBound(); ++slot)
+  for (int32 slot = 1; slot <= OggHandle.UBound(); ++slot)
     if (const auto handle = static_cast<int16>(FirstOgg + slot - 1); IsPlaying(handle)) StopPlay(handle);
 }
 
 void Sound::PauseAllMP3Sounds() {
-  for (int16 slot = 1; slot <= Mp3Control.UBound(); ++slot)
+  for (int32 slot = 1; slot <= Mp3Control.UBound(); ++slot)
     if (const auto handle = static_cast<int16>(FirstMp3 + slot - 1); IsPlaying(handle)) StopPlay(handle);
 }
 
 void Sound::UnPauseAllOGGSounds() {
-  for (int16 slot = 1; slot <= OggHandle.UBound(); ++slot) UnpauseOneOGG(static_cast<int16>(FirstOgg + slot - 1));
+  for (int32 slot = 1; slot <= OggHandle.UBound(); ++slot) UnpauseOneOGG(static_cast<int16>(FirstOgg + slot - 1));
 }
 
 void Sound::UnPauseAllMP3Sounds() {
-  for (int16 slot = 1; slot <= Mp3Control.UBound(); ++slot) UnpauseOneMP3(static_cast<int16>(FirstMp3 + slot - 1));
+  for (int32 slot = 1; slot <= Mp3Control.UBound(); ++slot) UnpauseOneMP3(static_cast<int16>(FirstMp3 + slot - 1));
 }
 
 void Sound::UnpauseOneOGG(int16 Index) {
