@@ -20,8 +20,7 @@ constexpr std::string_view AB = "AB", CD = "CD", EF = "EF", GHI = "GHI", JO = "J
 constexpr bool OnlyMinOrMax = false;
 constexpr bool WholeWord = true;
 
-// Commands whose families are not built yet stand here too: the order of the rows is what abbreviations mean, and a
-// script that works today must mean the same tomorrow.
+// The order of the rows is what abbreviations mean: a new row goes behind those of its letter that are older.
 constexpr std::array commandRows{
     CommandRow{AB, "ABORT", 0, 1, handler::Abort},
     CommandRow{AB, "ADDITEM", 2, 3, handler::AddItem},
@@ -69,7 +68,7 @@ constexpr std::array commandRows{
     CommandRow{PQR, "PICK", 1, 1, handler::Pick},
     CommandRow{PQR, "PLAYLOOP", 1, 2, handler::Play},
     CommandRow{PQR, "PROMPT", 2, 2, handler::Prompt},
-    CommandRow{PQR, "QUIET", 0, 1, handler::Quiet},  // "{}" at the end of a line counts as no parameter
+    CommandRow{PQR, "QUIET", 1, 1, handler::Quiet},
     CommandRow{PQR, "QUIT", 0, 0, handler::Quit},
     CommandRow{PQR, "READ", 2, 3, handler::Read},
     CommandRow{PQR, "RECORD", 0, 0, handler::Record},

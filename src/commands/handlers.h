@@ -9,8 +9,6 @@ struct CommandCall;
 
 namespace handler {
 
-// Stands for a command whose family is not built yet, and says so with the command's name.
-void NotBuilt(CommandCall& call);
 
 void Direction(CommandCall& call);
 void EndRecord(CommandCall& call);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The small commands that reach the player or the game: SEND, BELL, CLIPBOARD, QUIET and SYSKEY.
-#include <algorithm>
 #include <utility>
 
 #include "commands/command_call.h"
@@ -29,11 +28,6 @@ class OwnLineEnd {
   std::string before_;
 };
 
-// "#QUIET {}" ends the silence; the word alone is a slip.
-bool EmptyBraces(const CommandCall& call) {
-  return LTrim(call.current.substr(std::min(call.P[1].size(), call.current.size()))).starts_with('{');
-}
-
 }  // namespace
 
 // Kept: the parameters go as they stand, so that a file is sent as it is.
@@ -60,7 +54,6 @@ void handler::Clipboard(CommandCall& call) {
 }
 
 void handler::Quiet(CommandCall& call) {
-  if (call.count() == 0 && !EmptyBraces(call)) return call.fail("Wrong number of parameters");
   if (call.checkOnly()) return;
   std::vector<int16>& codes = call.house.options.QuietChars;
   codes.clear();

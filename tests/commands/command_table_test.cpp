@@ -35,7 +35,7 @@ constexpr Arity arities[] = {
     {"IF", 0, Any},      {"IGNORE", 2, 2},    {"KEY", 2, 3},        {"KILLALL", 0, 1},  {"LOAD", 1, 2},
     {"LOCAL", 0, 1},     {"MATH", 2, 2},      {"MUD", 6, 6},        {"OFFLINE", 1, 2},  {"OK", 0, 0},
     {"PASSTHRU", 1, 1},  {"PAUSE", 0, 0},     {"PC", 2, 3},         {"PICK", 1, 1},     {"PLAYLOOP", 1, 2},
-    {"PROMPT", 2, 2},    {"QUIET", 0, 1},     {"QUIT", 0, 0},       {"READ", 2, 3},     {"RECORD", 0, 0},
+    {"PROMPT", 2, 2},    {"QUIET", 1, 1},     {"QUIT", 0, 0},       {"READ", 2, 3},     {"RECORD", 0, 0},
     {"RELOAD", 0, 1},    {"RESET", 0, 1},     {"SAVE", 0, 2},       {"SAY", 1, 2},      {"SEND", 1, 3},
     {"SETSPEECH", 2, 5}, {"STOP", 0, 0},      {"SUBSTITUTE", 1, 1}, {"SYSKEY", 0, 1},   {"TAB", 0, 1},
     {"TRIGGER", 2, 4},   {"UNALARM", 1, 1},   {"UNALIAS", 1, 2},    {"UNCLASS", 1, 1},  {"UNGAGLINE", 0, 0},

@@ -28,23 +28,9 @@ TEST_F(DispatcherTest, EveryCommandRefusesTooFewAndTooManyParameters) {
       EXPECT_EQ(Run(LineOf(row, row.Max + 1), option::CheckOnly), "Wrong number of parameters") << row.Keyword;
       EXPECT_EQ(Run(LineOf(row, row.Max + 1)), "Wrong number of parameters") << row.Keyword;
     }
-    if (row.Handler == handler::SysKey || row.Handler == handler::Quiet) continue;  // these look closer, and have tests
+    if (row.Handler == handler::SysKey) continue;  // it looks closer, and has tests
     EXPECT_EQ(Run(LineOf(row, row.Min), option::CheckOnly), "") << row.Keyword;
   }
-}
-
-TEST_F(DispatcherTest, ACommandThatIsNotThereYetSaysItsName) {
-  int missing = 0;
-  for (const CommandRow& row : CommandTable::Rows()) {
-    if (row.Keyword.empty() || row.Handler != handler::NotBuilt) continue;
-    ++missing;
-    Effects();
-    EXPECT_EQ(Run(LineOf(row, row.Min)), "Corvid does not have this command yet: " + std::string(row.Keyword));
-    EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"}));
-    EXPECT_EQ(Run(LineOf(row, row.Min), option::CheckOnly), "");
-    EXPECT_EQ(Effects(), Lines{});
-  }
-  EXPECT_GT(missing, 0);
 }
 
 TEST_F(DispatcherTest, WhatIsNoCommandIsABadCommand) {

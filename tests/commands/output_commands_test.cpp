@@ -454,10 +454,11 @@ TEST_F(OutputCommandTest, QuietTakesTheCharactersAsTheyStand) {
   EXPECT_EQ(options.QuietChars, std::vector<int16>{'-'});
   EXPECT_EQ(Said("#QUIET {\xE2\x80\xA2}"), Lines());
   EXPECT_EQ(options.QuietChars, std::vector<int16>{0x2022}) << "one character, however many bytes it takes";
-  EXPECT_EQ(Said("#QUIET {};#BELL"), Lines{"beep"});
+  EXPECT_EQ(Said("#QUIET {} {};#BELL"), Lines{"beep"});
   EXPECT_TRUE(options.QuietChars.empty());
   Run("#QUIET *");
   EXPECT_EQ(Run("#QUIET"), "Wrong number of parameters");
+  EXPECT_EQ(Run("#QUIET {}"), "Wrong number of parameters") << "empty braces at the end are no parameter";
   EXPECT_EQ(options.QuietChars, std::vector<int16>{'*'}) << "a parameter left out is a slip";
 }
 

@@ -119,12 +119,6 @@ class Language(unittest.TestCase):
                 shown = "#PLAY" if row.keyword == "PLAYLOOP" else "#" + row.keyword
                 self.assertRegex(examples, rf"{shown}\b")
 
-    def test_what_is_not_built_is_marked_and_nothing_else(self):
-        entries = self.reference.entries("Commands")
-        for row in self.commands:
-            with self.subTest(row.keyword):
-                self.assertEqual(row.handler == "NotBuilt", NOT_BUILT in entries[row.keyword])
-
     def test_every_function_has_its_entry(self):
         names = []
         for path in sorted((TREE / "src/script").glob("*_functions.cpp")):
@@ -185,7 +179,7 @@ class Language(unittest.TestCase):
         told = self.reference.whole("Error texts")
         for path in sorted((TREE / "src").glob("commands/*.cpp")) + sorted((TREE / "src").glob("script/*.cpp")):
             code = path.read_text()
-            for error in re.findall(r"(?:\bfail\(|ErrorDescription = |[eE]rror_? = )([^;]*);", code):
+            for error in re.findall(r"(?:\bfail\(|ErrorDescription = |^ *(?:std::string )?[eE]rror_? = )([^;]*);", code, re.M):
                 for text in texts_of(error):
                     if len(text.strip(' "[]')) < SHORTEST_PIECE or NOT_BUILT.lower() in text.lower():
                         continue
