@@ -138,6 +138,22 @@ TEST_F(SoundFiles, WhatIsNoSoundIsAnErrorWithItsReason) {
   EXPECT_EQ(ErrorOf(folder.Path("pipe.wav")), "This is not a file.") << "nor does it wait for a writer";
 }
 
+TEST_F(SoundFiles, ADamagedMp3IsReadInSilence) {
+  const std::string path =
+      folder.Write("a.mp3", SineFrames(441, 44100, 100'000), 2, 44100, SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III);
+  std::ifstream file(path, std::ios::binary);
+  std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  for (std::size_t i = 2000; i < bytes.size(); i += 97) bytes[i] = static_cast<char>(~bytes[i]);
+  testing::internal::CaptureStderr();
+  std::string error;
+  SoundSamples sound;
+  const auto damaged = SoundFile::Open(folder.WriteBytes("b.mp3", bytes), error);
+  if (damaged != nullptr) ReadAll(*damaged, sound, error);
+  const auto cut = SoundFile::Open(folder.WriteBytes("c.mp3", bytes.substr(0, 3000)), error);
+  if (cut != nullptr) ReadAll(*cut, sound, error);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(SoundFiles, AHeaderThatPromisesTooMuchIsNotBelieved) {
   const SoundSamples sound = Read(folder.WriteBytes("a.wav", WavHeader(2, 44100, 16, 0xFFFFFF00) + "12345678"));
   EXPECT_EQ(sound.samples.size(), 4U) << "what is there is heard";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/openal/sound_file.h"
 
+#include <dlfcn.h>
 #include <sndfile.h>
 #include <sys/stat.h>
 
@@ -10,6 +11,21 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+
+// The sound library decodes MP3 through another one, which writes whatever it notices about a file to the terminal; a
+// player at a text console would have to listen to that. The library has no way to ask it for silence, so its door is
+// answered here: the decoder is made as always, and told to be quiet.
+extern "C" void* mpg123_new(const char* decoder, int* error) {
+  using New = void* (*)(const char*, int*);
+  using Param = int (*)(void*, int, long, double);
+  const auto make = reinterpret_cast<New>(dlsym(RTLD_NEXT, "mpg123_new"));
+  const auto set = reinterpret_cast<Param>(dlsym(RTLD_NEXT, "mpg123_param"));
+  void* handle = make == nullptr ? nullptr : make(decoder, error);
+  constexpr int AddFlags = 2;
+  constexpr long Quiet = 0x20;
+  if (handle != nullptr && set != nullptr) set(handle, AddFlags, Quiet, 0);
+  return handle;
+}
 
 namespace corvid {
 
