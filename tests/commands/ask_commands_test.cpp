@@ -10,6 +10,8 @@ TEST_F(AskTest, APromptPutsTheAnswerIntoAVariable) {
   prompter.Texts = {"a raven"};
   EXPECT_EQ(Run("#PROMPT pet {What does @who keep?}"), "");
   EXPECT_EQ(Effects(), Lines{"prompt |What does Bob keep?"});
+  EXPECT_EQ(prompter.LastKind, 5);
+  EXPECT_EQ(prompter.LastStart, "") << "the box is empty, whatever the variable holds";
   EXPECT_EQ(Variable("pet"), "a raven");
   std::string value;
   EXPECT_EQ(script.VariableDefaults[symbols.FindVariable("pet", value, 0)], "a raven");
@@ -48,6 +50,23 @@ TEST_F(AskTest, WhatIsPickedIsExpandedBeforeItRuns) {
   prompter.Texts = {"%LEFT(x)"};
   EXPECT_NE(Run("#PICK {x}"), "");
   EXPECT_FALSE(ErrorLog().empty());
+}
+
+TEST_F(AskTest, APickedCommandHasTheParametersOfItsCaller) {
+  AddAlias("choose", "#PICK {x}");
+  AddVariable("later", "#MATH a %1");  // its parameter is filled in when it runs
+  for (const char* picked : {"#MATH a %1", "@later"}) {
+    AddVariable("a", "");
+    prompter.Texts = {picked};
+    EXPECT_EQ(Run("choose 7"), "") << picked;
+    EXPECT_EQ(Variable("a"), "7") << picked;
+  }
+}
+
+TEST_F(AskTest, APickedCommandRunsInTheModeOfItsCaller) {
+  prompter.Texts = {"north"};
+  EXPECT_EQ(Run("#PICK {x}", option::PlaceInEntry | option::DoNotSend), "");
+  EXPECT_EQ(buffers.EntryBox.Text(), "north");
 }
 
 TEST_F(AskTest, NothingPickedRunsNothing) {

@@ -94,8 +94,11 @@ struct RecordingPrompter : Prompter {
     }
     return (flags & 15) == box::OkOnly ? box::ResultOk : box::ResultNo;
   }
-  std::string TextPrompt(const std::string& prompt, const std::string& title, int16, const std::string&) override {
+  std::string TextPrompt(const std::string& prompt, const std::string& title, int16 kind,
+                         const std::string& start) override {
     Log.Add("prompt", title + "|" + prompt);
+    LastKind = kind;
+    LastStart = start;
     return NextText();
   }
   std::string PickList(const std::string& list) override {
@@ -117,6 +120,8 @@ struct RecordingPrompter : Prompter {
   std::deque<int16> Answers;
   std::deque<std::string> Texts;  // what a text prompt or a choice answers
   int16 LastFlags = 0;
+  int16 LastKind = 0;     // of a text prompt
+  std::string LastStart;  // what stood in its box
 };
 
 struct RecordingScreens : Screens {

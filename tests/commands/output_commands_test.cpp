@@ -225,6 +225,17 @@ TEST_F(OutputCommandTest, SetSpeechChecksItsParameters) {
   }
 }
 
+TEST_F(OutputCommandTest, SetSpeechChoosesTheEngineBeforeItChecksTheValues) {
+  for (const char* values : {"x 70 50", "1 101 50", "1 70 0"}) {
+    voices.SpeechType[3] = 1;
+    EXPECT_NE(Run("#SETSPEECH Output Sapi " + std::string(values)), "") << values;
+    EXPECT_EQ(voices.SpeechType[3], 3) << values;
+    EXPECT_EQ(voices.VoiceRate[3], 0) << values;
+    EXPECT_EQ(memory.speech.Set(3).voice, 0) << values;
+    EXPECT_EQ(memory.speech.Set(3).volume, 100) << values;
+  }
+}
+
 TEST_F(OutputCommandTest, SetSpeechGoesOnWithTheChannelNamedLast) {
   const std::string complaint =
       "First parameter must be either Incoming, Output, Edit, Entry, System, or VoiceOnly in command: ";
@@ -311,6 +322,34 @@ TEST_F(OutputCommandTest, FindNextPassesOverWhatIsNearerThanSix) {
   Run("#FIND x {Next|Reverse|Output}");
   EXPECT_EQ(Of("speech"), Lines{"1 No more found."});
   EXPECT_EQ(Viewport().SelStart(), 5);
+}
+
+TEST_F(OutputCommandTest, FindNextStepsBySixFromTheCaretExactly) {
+  const struct {
+    const char* Text;
+    const char* Keywords;
+    int32 First, Next;  // where the caret stands after the first search and after the next one
+  } cases[] = {
+      {"x....xx", "Forward|Output", 1, 7},  // 6 is passed over
+      {"xx....x", "Reverse|Output", 7, 1},  // and so is 2
+      {"x....x", "Forward|Output", 1, 1},   // nothing left
+      {"x....x", "Reverse|Output", 6, 6},   // six back is before the text
+      {"x...xx", "Forward|Input", 0, 5},    // the caret stands before the hit, and is where the step begins
+      {"xx.....x", "Reverse|Input", 7, 0},  //
+      {"x...x", "Forward|Input", 0, 0},     //
+      {"x.....x", "Reverse|Input", 6, 6},   //
+  };
+  for (const auto& at : cases) {
+    const std::string keywords = at.Keywords;
+    const bool output = keywords.ends_with("Output");
+    (output ? Viewport() : Entry()).SetText(at.Text);
+    Effects();
+    EXPECT_EQ(Said("#FIND x {First|" + keywords + "}"), Lines()) << at.Text << keywords;
+    EXPECT_EQ((output ? Viewport() : Entry()).SelStart(), at.First) << at.Text << keywords;
+    const Lines told{output ? "speech 1 No more found." : "speech 1 Not found"};
+    EXPECT_EQ(Said("#FIND x {Next|" + keywords + "}"), at.First == at.Next ? told : Lines()) << at.Text << keywords;
+    EXPECT_EQ((output ? Viewport() : Entry()).SelStart(), at.Next) << at.Text << keywords;
+  }
 }
 
 TEST_F(OutputCommandTest, FindInTheEntryPutsTheCaretBeforeTheHit) {

@@ -5,6 +5,7 @@
 
 #include <set>
 
+#include "core/fault.h"
 #include "speech/punctuation.h"
 #include "speech_house.h"
 
@@ -61,6 +62,10 @@ TEST(Speak, BlanksOnlyLeaveWhatWasSpokenLast) {
   house.speech.Speak("   ", 3, 2);
   EXPECT_EQ(house.Told("speech"), Texts({"2 words"}));
   EXPECT_EQ(house.state.LastSpoken, "words");
+  house.speech.Speak("", 3, 2);
+  EXPECT_EQ(house.state.LastSpoken, "words");
+  house.speech.Speak("\r\n", 3, 2);  // a line end is no blank
+  EXPECT_EQ(house.state.LastSpoken, "\r\n");
 }
 
 TEST(Speak, NegativeArgumentsMeanTheChosenTypeAndChannelOne) {
@@ -87,6 +92,45 @@ TEST(Stop, StopsByTheChosenType) {
   house.mem.effects.Clear();
   house.speech.StopSpeech();
   EXPECT_EQ(house.Told("silence"), Texts({"1", "2", "3", "4", "5", "6"}));
+}
+
+// The engine and the screen reader apart, so that a test sees which of them was meant.
+struct TwoWays {
+  explicit TwoWays(SpeechHouse& house, MemorySpeech& engine)
+      : platform{house.mem.clock,  house.mem.loop,   house.mem.loop,     house.mem.sockets,
+                 house.mem.files,  house.mem.places, house.mem.settings, engine,
+                 house.mem.speech, house.mem.face,   house.mem.sounds},
+        speech(house.state, house.keyboard, platform) {
+    speech.SpeakWhateverWorks(false);
+  }
+  Platform platform;
+  Speech speech;
+};
+
+TEST(Stop, ReachesTheReaderOrTheEngineAndNotBoth) {
+  const struct {
+    int16 Type;
+    std::size_t Reader, Engine;
+  } cases[] = {{1, 6, 0}, {3, 0, 6}, {0, 0, 6}};
+  for (const auto& at : cases) {
+    SpeechHouse house;
+    EffectLog engineLog;
+    MemorySpeech engine(engineLog);
+    TwoWays both(house, engine);
+    both.speech.Speak("x", 1, 1);
+    both.speech.Speak("x", 3, 1);
+    both.speech.TTSSetup(at.Type);
+    both.speech.StopSpeech();
+    EXPECT_EQ(house.Told("silence").size(), at.Reader) << at.Type;
+    EXPECT_EQ(engineLog.Of("silence").size(), at.Engine) << at.Type;
+
+    house.state.SpeechType[4] = at.Type;
+    house.mem.effects.Clear();
+    engineLog.Clear();
+    both.speech.StopSpeaking(4);
+    EXPECT_EQ(house.Told("silence"), at.Type == 1 ? Texts({"4"}) : Texts()) << at.Type;
+    EXPECT_EQ(engineLog.Of("silence"), at.Type == 3 ? Texts({"4"}) : Texts()) << at.Type;
+  }
 }
 
 TEST(Stop, OneChannelByItsOwnType) {
@@ -138,6 +182,21 @@ TEST(NoVoice, IsToldOnceOnTheScreenAndTheProgramGoesOn) {
   EXPECT_EQ(house.Told("speech"), Texts({"1 now"}));
 }
 
+TEST(NoVoice, TheTypeThatFailedIsNotUsed) {
+  for (const int16 type : {speechtype::ScreenReader, speechtype::Engine}) {
+    SpeechHouse house;
+    house.mem.speech.Works = false;
+    house.speech.TTSSetup(type);
+    EXPECT_EQ(house.Told("notice").size(), 1u) << type;
+    EXPECT_EQ(house.speech.ChosenType(), speechtype::None) << type;
+    house.speech.Speak("text", -1, 1);
+    EXPECT_EQ(house.Told("speech").size() + house.Told("say").size(), 0u) << type;
+    house.mem.speech.Works = true;
+    house.speech.TTSSetup(type);
+    EXPECT_EQ(house.speech.ChosenType(), type);
+  }
+}
+
 TEST(NoVoice, EachWayIsMadeReadyWhenAChannelFirstNeedsIt) {
   SpeechHouse house;
   house.AllChannels(3);
@@ -187,6 +246,22 @@ TEST(Voices, AreSetPerChannelAndClamped) {
   EXPECT_EQ(one.volume, 0);
   EXPECT_EQ(one.priority, 2);
   house.speech.SetSapiValues(0, 0, 0, 0, 9);  // no such channel
+}
+
+struct NoSuchVoice : MemorySpeech {
+  using MemorySpeech::MemorySpeech;
+  void SetVoice(int16, int16) override { throw Fault(FaultKind::Index, "There is no such voice"); }
+};
+
+TEST(Voices, AMissingOneLeavesTheOtherValuesToBeSet) {
+  SpeechHouse house;
+  NoSuchVoice engine(house.mem.effects);
+  TwoWays both(house, engine);
+  both.speech.SetSapiValues(99, 5, 40, 2, 3);
+  EXPECT_EQ(engine.Set(3).voice, 0);
+  EXPECT_EQ(engine.Set(3).rate, 5);
+  EXPECT_EQ(engine.Set(3).volume, 40);
+  EXPECT_EQ(engine.Set(3).priority, 2);
 }
 
 TEST(Voices, OfTheChannelsThatTheEngineSpeaksAreApplied) {
