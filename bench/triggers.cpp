@@ -30,12 +30,12 @@ struct Program {
     corvid->dispatcher.ProcessCommand(line, options, problem, none, channel);
   }
   void Fire(const std::string& text) {
-    line.PlainLine = line.TaggedLine = line.SpokenLine = text;
-    benchmark::DoNotOptimize(corvid->triggers.Fire(0, line));
+    versions.PlainLine = versions.TaggedLine = versions.SpokenLine = text;
+    benchmark::DoNotOptimize(corvid->triggers.Fire(0, versions));
   }
   corvid::MemoryPlatform memory;
   std::unique_ptr<corvid::Corvid> corvid;
-  corvid::LineVersions line;
+  corvid::LineVersions versions;
 };
 
 // The forms that players write, all with a wildcard in front, and none like the next.
