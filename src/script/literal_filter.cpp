@@ -41,6 +41,12 @@ std::size_t GramLength(const std::vector<std::string>& literals, std::size_t lon
   return std::min(length, longest);
 }
 
+std::size_t LeaveOneOfEach(std::vector<int32>& ids) {
+  std::sort(ids.begin(), ids.end());
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  return ids.size();
+}
+
 }  // namespace
 
 void LiteralFilter::Clear() {
@@ -100,6 +106,9 @@ void LiteralFilter::CollectGrams(std::size_t length, std::string_view text, std:
   const GramTable& table = tables_[length];
   const std::uint64_t* const bits = table.Bits.data();
   const auto unused = static_cast<int>(8 * (LongestGram - length));
+  // A line of a thousand equal codes would bring each of its patterns a thousand times.
+  const std::size_t slack = 2 * filed_.size() + 64;
+  std::size_t mostIds = ids.size() + slack;
   std::uint32_t window = 0;  // the last four codes, the newest on top
   const auto slide = [&](char c) {
     window = (window >> 8) | (static_cast<std::uint32_t>(static_cast<unsigned char>(c)) << 24);
@@ -111,7 +120,9 @@ void LiteralFilter::CollectGrams(std::size_t length, std::string_view text, std:
     const std::uint32_t bit = Hash(gram, FilterBits);
     if (((bits[bit / 64] >> (bit % 64)) & 1) == 0) continue;
     const auto found = table.First.find(gram);
-    if (found != table.First.end()) Follow(found->second, text, last + 1 - length, ids);
+    if (found == table.First.end()) continue;
+    Follow(found->second, text, last + 1 - length, ids);
+    if (ids.size() > mostIds) mostIds = LeaveOneOfEach(ids) + slack;
   }
 }
 

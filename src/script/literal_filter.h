@@ -24,8 +24,8 @@ class LiteralFilter {
   void Weigh(const std::vector<std::string>& literals);
   // Files id. False when there is no literal to file it under: it can then match any text.
   bool Add(int32 id, const std::vector<std::string>& literals);
-  // Appends the ids whose literal stands in text; one may come more than once. An id that was filed and does not come
-  // cannot match.
+  // Appends the ids whose literal stands in text; one may come more than once, and ids may change their order, but they
+  // never become many more than were filed. An id that was filed and does not come cannot match.
   void Collect(std::string_view text, std::vector<int32>& ids) const;
 
  private:

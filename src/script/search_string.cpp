@@ -2,6 +2,7 @@
 #include "script/search_string.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "core/text.h"
@@ -34,17 +35,15 @@ std::string WithoutName(const std::string& text) {
   return !text.empty() && text.front() == '<' && close != Nowhere ? text.substr(close + 1) : text;
 }
 
-// "[x]" is the literal x, for as long as there is one.
+// "[x]" is the literal x, for as long as there is one: what comes together may be another.
 void OpenBrackets(std::string& text) {
-  std::size_t from = 0;
-  while ((from = text.find('[', from)) != Nowhere) {
-    if (from + 2 < text.size() && text[from + 2] == ']') {
-      text = text.substr(0, from) + text[from + 1] + text.substr(from + 3);
-      from = from < 2 ? 0 : from - 2;  // what came together may be another
-    } else {
-      ++from;
-    }
+  std::string opened;
+  for (const char c : text) {
+    opened += c;
+    while (opened.size() >= 3 && opened.back() == ']' && opened[opened.size() - 3] == '[')
+      opened.replace(opened.size() - 3, 3, 1, opened[opened.size() - 2]);
   }
+  text = std::move(opened);
 }
 
 // One search string on its way.
@@ -71,24 +70,36 @@ class Conversion {
 
  private:
   // Kept: behind an escaped pair the text goes on from the original, so that with a name in front as many characters
-  // come again as the name is long.
+  // come again as the name is long. A code above 127 has no meaning to take away: it stands as it is.
   void CodeEscapes() {
+    std::string coded;
+    const std::string* source = &text_;
     std::size_t from = 0;
     while (true) {
-      const std::size_t place = text_.find(escape_, from);
-      if (place == Nowhere || place + 1 >= text_.size()) return;
-      std::string coded = text_.substr(0, place) + EscapeMark + Raised(text_[place + 1]);
-      from = coded.size();
-      if (from < original_.size()) coded += original_.substr(from);
-      text_ = std::move(coded);
+      const std::size_t place = source->find(escape_, from);
+      if (place == Nowhere || place + 1 >= source->size()) break;
+      const char escaped = (*source)[place + 1];
+      coded.append(*source, from, place - from);
+      if (static_cast<unsigned char>(escaped) < 0x80U) {
+        coded += EscapeMark;
+        coded += Raised(escaped);
+      } else {
+        coded += escaped;
+      }
+      from = place + 2;
+      source = &original_;
       escaped_ = true;
     }
+    coded.append(*source, std::min(from, source->size()), Nowhere);
+    text_ = std::move(coded);
   }
 
   void TakeVariables(std::string& ErrorDescription) {
+    std::string taken;
+    std::size_t from = 0;
     while (true) {
-      const std::size_t place = text_.find('&');
-      if (place == Nowhere || place + 1 >= text_.size()) return;
+      const std::size_t place = text_.find('&', from);
+      if (place == Nowhere || place + 1 >= text_.size()) break;
       const bool brace = text_[place + 1] == '{';
       const std::size_t start = place + (brace ? 2 : 1);
       std::size_t end = start;
@@ -102,8 +113,12 @@ class Conversion {
         return;
       }
       names_.push_back(text_.substr(start, end - start));
-      text_.replace(place, end + (brace ? 1 : 0) - place, 1, VariablePlace);
+      taken.append(text_, from, place - from);
+      taken += VariablePlace;
+      from = end + (brace ? 1 : 0);
     }
+    taken.append(text_, from, Nowhere);
+    text_ = std::move(taken);
   }
 
   void CutParts() {

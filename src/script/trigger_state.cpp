@@ -91,6 +91,7 @@ void TriggerRows::Swap(int32 row, int32 other) {
 
 void TriggerRows::Sort(int32 count) {
   count = std::min(count, UBound());
+  sortedTo_ = std::min(sortedTo_, count);
   const auto before = [](const Slot& a, const Slot& b) { return a.Record->SortKey < b.Record->SortKey; };
   const auto first = slots_.begin() + 1;
   const auto sorted = std::is_sorted_until(first + std::max(sortedTo_ - 1, 0), first + count, before);

@@ -149,6 +149,74 @@ class TriggerPropertyTest : public CommandTest {
     return out;
   }
 
+  // The walk as it is told: row by row, whatever the commands do to the table. False when it meets its end.
+  bool SlowFire(int16 session, LineVersions& line) {
+    for (int32 k = script.TriggerCount; k >= 1; --k) {
+      if (k > script.TriggerCount) return false;
+      const TriggerRecord trigger = script.Triggers.Read(k);
+      if (!Fits(trigger, script.SocketOwner[session], line.PlainLine, line.TaggedLine)) continue;
+      Parameters params;
+      params.Set(0, line.PlainLine);
+      const Lines gaps = SlowGaps(trigger, line.PlainLine);
+      for (std::size_t i = 0; i < gaps.size(); ++i) params.Set(static_cast<int32>(i) + 1, gaps[i]);
+      script.DefiningBuffer = trigger.Buffer;
+      script.CommandDepth = 0;
+      int16 flags = 0;
+      int16 channel = session;
+      std::string problem;
+      dispatcher.ProcessCommand(trigger.Action, flags, problem, params, channel);
+      if (params[0] == line.PlainLine) continue;
+      line.PlainLine = line.TaggedLine = line.SpokenLine = params[0];
+      return true;
+    }
+    return true;
+  }
+  bool Fire(int16 session, LineVersions& line) {
+    try {
+      triggers.Fire(session, line);
+    } catch (const Fault& fault) {
+      EXPECT_EQ(fault.Kind, FaultKind::Index);
+      return false;
+    }
+    return true;
+  }
+  // A trigger that notes its number and changes what the other triggers of the line depend on.
+  void DefineMeddler() {
+    const std::string number = std::to_string(++defined_);
+    std::string body = "#GVAR out {@out[" + number + ":%1:%2]}";
+    for (std::size_t i = Dice(5); i > 0; --i) body += ";" + Meddling(number);
+    const std::string start = Dice(2) == 0 ? "#GTRIGGER {" : "#TRIGGER {";
+    Type(start + EasySearch() + "} {" + body + "} {" + Pick({"", "", "k", "l", "k|l"}) + "}" + Pick({"", " AnyCase"}));
+  }
+  std::string EasySearch() { return Dice(3) == 0 ? RandomSearch() : "*" + RandomText(2, "abrhO ") + "*"; }
+  std::string Meddling(const std::string& number) {
+    const std::string other = script.TriggerCount > 0 ? script.Triggers.Read(AnyRow()).SearchText : "x";
+    switch (Dice(9)) {
+      case 0:
+        return "#UNTRIGGER {" + other + "}";
+      case 1:
+        return "#GUNTRIGGER {" + other + "}";
+      case 2:
+        return "#GTRIGGER {" + EasySearch() + "} {#GVAR out {@out[new" + number + "]}} {" + Pick({"", "k"}) + "}";
+      case 3:
+        return "#GTRIGGER {" + EasySearch() + "} {#GVAR out {@out[sub" + number + "]};#IF (0) {#SUB no}}";
+      case 4:
+        return "#GVAR p {" + Pick({"a", "*b*", "*", "Or?"}) + "}";
+      case 5:
+        return Pick({"#UNCLASS k", "#DELCLASS l", "#GUNCLASS k"});
+      case 6:
+        return "#SUB {" + Pick({"%0", "%0", "%0a"}) + "}";
+      default:
+        return Pick({"#CLASS ", "#GCLASS "}) + Pick({"k ", "l "}) + Pick({"ENABLE", "ENABLE", "DISABLE"});
+    }
+  }
+  std::string Table() {
+    std::string table;
+    for (int32 row = 1; row <= script.TriggerCount; ++row)
+      table += script.Triggers.Read(row).SearchText + "{" + script.Triggers.Read(row).Class + "}\n";
+    return table;
+  }
+
   std::mt19937 random_{11};
   int defined_ = 0;
 };
@@ -177,6 +245,46 @@ TEST_F(TriggerPropertyTest, FiltersNeverChangeWhichTriggersFire) {
     script.Triggers.Resize(0);
   }
   EXPECT_GT(fired, 1000);
+}
+
+// Each line runs twice from the same tables: row by row, then through the filters.
+TEST_F(TriggerPropertyTest, WhateverTheCommandsChangeTheWalkIsTheSame) {
+  const LineMaker maker(script, options);
+  AddVariable("p", "a");
+  int fired = 0;
+  int ended = 0;
+  int replaced = 0;
+  for (int step = 0; step < 2000; ++step) {
+    if (step % 8 == 0) {
+      script.TriggerCount = 0;
+      script.Triggers.Resize(0);
+    }
+    for (std::size_t i = Dice(6); i > 0; --i) DefineMeddler();
+    LineVersions line;
+    std::vector<std::string> faults;
+    maker.Make(RandomLine(), line, faults);
+    const auto session = static_cast<int16>(1 + Dice(2));
+    AddVariable("out", "");
+    const ScriptState before = script;
+    LineVersions expected = line;
+    const bool expectedWhole = SlowFire(session, expected);
+    const std::string expectedOut = Variable("out");
+    const std::string expectedTable = Table();
+    script = before;
+    const std::string plain = line.PlainLine;
+    ASSERT_EQ(Fire(session, line), expectedWhole) << step << " " << plain;
+    ASSERT_EQ(Variable("out"), expectedOut) << step << " " << plain;
+    ASSERT_EQ(Table(), expectedTable) << step << " " << plain;
+    ASSERT_EQ(line.PlainLine, expected.PlainLine);
+    fired += expectedOut.empty() ? 0 : 1;
+    ended += expectedWhole ? 0 : 1;
+    replaced += line.PlainLine == plain ? 0 : 1;
+    memory.effects.Clear();
+    ClearErrorLog();
+  }
+  EXPECT_GT(fired, 500);
+  EXPECT_GT(ended, 20);
+  EXPECT_GT(replaced, 20);
 }
 
 }  // namespace corvid::test

@@ -548,6 +548,59 @@ TEST_F(TriggerTest, ALineMayComeWhileATriggerWaits) {
   EXPECT_NE(Get("seen").find("quick"), std::string::npos);
 }
 
+// The lines that come during the wait change the table so often that all that was known of it is thrown away.
+TEST_F(TriggerTest, LinesThatComeDuringAWaitMayTurnTheTableOver) {
+  Do("#TRIGGER {*slow} {say low};#TRIGGER {slow} {#WAIT 100;say done};"
+     "#TRIGGER {redo *} {#TRIGGER {tmp*} {y};#UNTRIGGER {tmp*}};#TRIGGER {slo*} {say "
+     "high}");
+  for (int i = 0; i < 40; ++i)
+    memory.loop.Post([this, i] {
+      for (int k = 0; k < 10; ++k) memory.sockets.Receive(1, "redo " + std::to_string(10 * i + k) + "\r\n");
+    });
+  EXPECT_EQ(Answer("slow"), "say high;say done;say low");
+  EXPECT_EQ(ErrorFile(), "");
+  EXPECT_EQ(script.TriggerCount, 4);
+}
+
+TEST_F(TriggerTest, ClassesOfBeforeKillallAreOff) {
+  Do("#CLASS k ENABLE;#TRIGGER {x} {look} {k}");
+  EXPECT_EQ(Answer("x"), "look");
+  Do("#KILLALL");
+  MakeSession(1, "bob", true);
+  Do("#TRIGGER {x} {look} {k};#TRIGGER {x*} {wave}");
+  EXPECT_EQ(Answer("x"), "wave");
+  Do("#CLASS k ENABLE");
+  EXPECT_EQ(Answer("x"), "wave;look");
+}
+
+TEST_F(TriggerTest, AnotherCommandCharacterMarksSubstitutions) {
+  Do("#CONFIGURE CommandChar $");
+  ASSERT_EQ(options.CommandChar, '$');
+  Do("$TRIGGER {x} {$IF (0) {$su y}};$TRIGGER {y} {say #SUB}");
+  EXPECT_EQ(Row(1).SortKey[0], '0');
+  EXPECT_EQ(Row(2).SortKey[0], '1');
+}
+
+TEST_F(TriggerTest, AnotherEscapeCharacterCountsForWhatIsDefinedLater) {
+  Do("#TRIGGER {a~*b*} {say one [%1]}");
+  options.EscapeChar = '!';
+  Do("#TRIGGER {*a!*b*} {say two [%1]}");
+  EXPECT_EQ(Answer("a*bc"), "say two [c];say one [c]");
+}
+
+TEST_F(TriggerTest, AnEmptyLineHasNoColour) {
+  options.CompressOutput = false;
+  Do("#TRIGGER {Red} {never} {} {Color};#TRIGGER {*} {say empty[%1]}");
+  EXPECT_EQ(Answer(""), "say empty[]");
+}
+
+TEST_F(TriggerTest, AMegabyteOfSearchStringIsDefinedAtOnce) {
+  std::string search;
+  while (search.size() < std::size_t{1} << 20) search += "[x]";
+  EXPECT_EQ(Do("#TRIGGER {" + search + "} {look};#TRIGGER {x} {wave}"), "");
+  EXPECT_EQ(Answer("x"), "wave");
+}
+
 // --- what the game sends is data ---
 
 TEST_F(TriggerTest, CapturedTextIsNeverRun) {

@@ -74,6 +74,18 @@ TEST(LiteralFilter, NeverLosesOne) {
   }
 }
 
+TEST(LiteralFilter, ManyOccurrencesBringFewIds) {
+  LiteralFilter filter;
+  for (int32 id = 0; id < 500; ++id) filter.Add(id, {"AAAA"});
+  filter.Add(500, {"AAAAB"});
+  std::vector<int32> ids{7, 501};
+  filter.Collect(std::string(4000, 'A') + "B", ids);
+  EXPECT_LT(ids.size(), 3000U);
+  const std::set<int32> different(ids.begin(), ids.end());
+  EXPECT_EQ(different.size(), 502U);
+  EXPECT_EQ(*different.rbegin(), 501);
+}
+
 TEST(LiteralFilter, PatternsThatShareAWordAreToldApartByTheRest) {
   LiteralFilter filter;
   std::vector<Texts> all;

@@ -76,6 +76,12 @@ TEST(ConvertSearchString, Table) {
            Row{"~~x", "~x", {"~x"}},
            Row{"x~", "x~", {"x~"}},
            Row{"~[x]", "[x]", {"x"}},
+           Row{"~[y~[~]~]z", "[y[]]z", {"yz"}},
+           Row{"a[~x]b", "a[x]b", {"a", "b"}},
+           Row{"&", "&", {"&"}},
+           // What is written in another alphabet has no meaning to take away.
+           Row{"a~\xA3*b~\xDB", "a\xA3*b\xDB", {"a\xA3", "b\xDB"}},
+           Row{"~*\xA6x", "*\xA6x", {"*\xA6x"}},
            Row{"~*a[bc]d",
                "*a[bc]d",
                {"\x7f\xAA"
@@ -84,6 +90,7 @@ TEST(ConvertSearchString, Table) {
            Row{"~*a*b", "*a*b", {"*a", "b"}},
            // Behind a name in front, the text after an escape begins again as many characters earlier.
            Row{"<x>a~*b", "a*a*b", {"a*a*b"}},
+           Row{"<x>~*~*c", "*>**c", {"*>**c"}},
        }) {
     SCOPED_TRACE(row.search);
     const Converted result = Convert(row.search);
@@ -133,6 +140,21 @@ TEST(ConvertSearchString, ClearsTenPartsOfItsRow) {
   EXPECT_EQ(record.Parts[11], "old");
   EXPECT_EQ(record.Names[10], "");
   EXPECT_EQ(record.Names[11], "old");
+}
+
+// Anything slower than in proportion to the length would keep a player waiting for minutes.
+TEST(ConvertSearchString, AMegabyteIsConvertedAtOnce) {
+  const auto times = [](std::string_view piece) {
+    std::string text;
+    while (text.size() < std::size_t{1} << 20) text += piece;
+    return text;
+  };
+  EXPECT_EQ(Convert("<n>" + times("~a")).Error, "");
+  EXPECT_EQ(Convert(times("[x]")).Parts.at(0).find_first_not_of('x'), std::string::npos);
+  EXPECT_EQ(Convert(times("[") + "x]").Error, "");
+  EXPECT_EQ(Convert(times("&")).Names.size(), 0U);
+  EXPECT_EQ(Convert(times("&a")).Names, Texts{"a"});
+  EXPECT_EQ(Convert(times("&{a}")).Pattern.find_first_not_of('*'), std::string::npos);
 }
 
 struct ColourRow {

@@ -46,6 +46,18 @@ TEST(TriggerRows, SortByKeyAndKeepTheOrderOfEqualOnes) {
   }
 }
 
+TEST(TriggerRows, FewerRowsThanWereSortedCanBeSorted) {
+  TriggerRows rows;
+  rows.Resize(6);
+  for (int32 row = 1; row <= 6; ++row) rows[row].SortKey = std::to_string(row);
+  rows.Sort(6);
+  rows.Sort(2);
+  rows.Sort(0);
+  rows[1].SortKey = "9";
+  rows.Sort(6);
+  EXPECT_EQ(Keys(rows), (Texts{"2", "3", "4", "5", "6", "9"}));
+}
+
 TEST(TriggerRows, RowsOutsideAreFaults) {
   TriggerRows rows;
   rows.Resize(2);
