@@ -283,6 +283,12 @@ TEST(Voices, ALargeJumpLandsOnTheClamp) {
   int16 rate = 0;
   house.speech.AdjustRate2(1, rate);
   EXPECT_EQ(rate, 1);
+  house.mem.speech.SetRate(1, 7);
+  house.mem.speech.SetRate(2, 15);
+  house.speech.AdjustRate2(2, rate);
+  EXPECT_EQ(rate, 9) << "counted from what the first voice has, whatever the caller knew";
+  EXPECT_EQ(house.mem.speech.Rate(1), 9);
+  EXPECT_EQ(house.mem.speech.Rate(2), 15);
   house.speech.AdjustRate2(32767, rate);
   EXPECT_EQ(rate, 21);
   house.speech.AdjustRate2(1, rate);
