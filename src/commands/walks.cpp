@@ -71,7 +71,7 @@ void WalkOn(CommandCall& call) {
     if (step.empty() && sessions.WalkState[session] == walkstate::Idle) return;  // it had no step left
     command = IsCommand(house, step);
     if (!RunNested(call, step, call.rvar, call.outchannel, DepthBack::BeforeAborts)) return;  // PUMP
-  } while (command || IsCommand(house, sessions.WalkBuffer[call.outchannel]));
+  } while (command);
 }
 
 }  // namespace corvid

@@ -18,8 +18,8 @@ inline constexpr int16 Paused = 4;  // a bit beside the others
 // as for any alias; definedIn is the script buffer that an error is told with. May pump events.
 void CallWalk(CommandCall& call, const std::string& body, bool backwards, int16 definedIn);
 
-// The next step of a slow walk that is under way and not paused; steps that are commands do not wait for an OK of their
-// own. May pump events.
+// The next step of a slow walk that is under way and not paused. A step that is a command runs together with the step
+// behind it, so each call lets the player go one step. May pump events.
 void WalkOn(CommandCall& call);
 
 // Switches off what scripts tie to a recording or a walk of the character: the classes "Recording" and "playback".

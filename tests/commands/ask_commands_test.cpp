@@ -34,6 +34,21 @@ TEST_F(AskTest, APromptBelongsToTheCharacterOrToAll) {
   EXPECT_EQ(Variable("b", 0), "all");
 }
 
+TEST_F(AskTest, AnAnswerForABadNameIsDroppedWithoutAWord) {
+  prompter.Texts = {"a raven"};
+  EXPECT_EQ(Run("#PROMPT {bad name} {?}"), "");
+  EXPECT_EQ(Effects(), Lines{"prompt |?"});
+  EXPECT_EQ(Variable("bad name"), "(none)");
+}
+
+TEST_F(AskTest, WhatIsPickedKnowsTheArgumentsOfItsAlias) {
+  MakeSession(0, "bob", true);
+  AddAlias("choose", "#PICK {a|b}");
+  prompter.Texts = {"#GVAR got {%1 and %2}"};
+  EXPECT_EQ(Run("choose red blue"), "");
+  EXPECT_EQ(Variable("got"), "red and blue");
+}
+
 TEST_F(AskTest, APickedCommandRuns) {
   AddVariable("pet", "cat");
   prompter.Texts = {"#MATH a 5"};

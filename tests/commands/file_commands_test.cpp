@@ -118,6 +118,40 @@ TEST_F(FileTest, ReadStoresForTheCharacterAndWithThePrefixForEverybody) {
   EXPECT_EQ(script.VariableDefaults[1], "one") << "the first value is the default";
 }
 
+TEST_F(FileTest, WhatStandsForAHandleANameOrARecordIsWorkedOut) {
+  for (const auto& [name, value] : {std::pair{"h", "1"}, {"r", "6"}, {"v", "x"}, {"n", "2"}}) AddVariable(name, value);
+  Put("a.txt", "one\r\ntwo\r\n");
+  EXPECT_EQ(X("#FILE @h a.txt;#READ @h @v"), "one");
+  EXPECT_EQ(X("#FILE @r r.dat;#WRITE @r second @n;#READ @r @v {@n}"), "second");
+  EXPECT_EQ(Disk("r.dat"), std::string(128, '\0') + Record("second"));
+  EXPECT_EQ(Run("#CLOSE @h"), "");
+  EXPECT_EQ(scriptFileState.ScriptFileName[1], "");
+  EXPECT_EQ(Run("#DELFILE {@nothing|a.txt}"), "Bad parsing error - /data/|a.txt: no such file");
+  AddVariable("file", "a.txt");
+  EXPECT_EQ(Run("#DELFILE @file"), "");
+  EXPECT_FALSE(Exists("a.txt"));
+}
+
+TEST_F(FileTest, AValueForABadNameIsDroppedWithoutAWord) {
+  Put("a.txt", "one\r\ntwo\r\n");
+  Run("#FILE 1 a.txt;#FILE 6 r.dat;#WRITE 6 a 1");
+  const int32 before = script.VariableCount;
+  Effects();
+  EXPECT_EQ(Run("#READ 1 {bad name};#READ 6 bad_name 1"), "");
+  EXPECT_EQ(Run("#READ 1 {} {}"), "");
+  EXPECT_EQ(script.VariableCount, before);
+  EXPECT_EQ(X("#READ 1 x"), "[EOF]") << "the lines have been read all the same";
+}
+
+TEST_F(FileTest, ANameThatHidesItsTypeIsRefused) {
+  Put("a.ini", "kept");
+  for (const char* line : {"#FILE 1 a.ini%CHAR(0).txt;#READ 1 x", "#FILE 2 a.ini%CHAR(0).txt;#WRITE 2 x",
+                           "#FILE 6 a.ini%CHAR(0).txt;#WRITE 6 x 1", "#DELFILE a.ini%CHAR(0).txt"})
+    EXPECT_NE(Run(line), "") << line;
+  EXPECT_EQ(Disk("a.ini"), "kept");
+  EXPECT_EQ(Variable("x"), "(none)");
+}
+
 TEST_F(FileTest, ReadRefuses) {
   Put("a.txt", "one\r\n");
   EXPECT_EQ(Run("#READ 1 x"), NotAssigned);

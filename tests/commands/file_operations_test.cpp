@@ -46,6 +46,45 @@ TEST_F(FileOperationsTest, SendPutsWordsAroundEachLine) {
   EXPECT_EQ(Written(), "la\rli\r");
 }
 
+TEST_F(FileOperationsTest, TheUserDataFolderComesBeforeTheFolderOfTheGame) {
+  Put("song.txt", "here\r\n");
+  Put("Avalon/song.txt", "there\r\n");
+  EXPECT_EQ(Do("DA", "song.txt"), "");
+  EXPECT_EQ(Written(), "here\r\n");
+}
+
+TEST_F(FileOperationsTest, ANameWithAPathIsTakenAsItIs) {
+  memory.files.CreateFolder("/elsewhere");
+  memory.files.Put("/elsewhere/song.txt", "away\r\n");
+  Put("song.txt", "here\r\n");
+  EXPECT_EQ(Do("DA", "/elsewhere/song.txt"), "");
+  EXPECT_EQ(Do("DA", "\\elsewhere\\song.txt"), "");
+  EXPECT_EQ(Written(), "away\r\naway\r\n");
+  EXPECT_EQ(Do("NE", "/elsewhere/fresh.set"), "");
+  EXPECT_GE(scriptFiles.GetBufferNumber("/elsewhere/fresh.set"), buffer::FirstScript);
+}
+
+TEST_F(FileOperationsTest, TheFolderIsThatOfTheSessionThatWasNamed) {
+  MakeSession(1, "anna", true);
+  sessions.MudFolder[1] = "/data/Brume/";
+  memory.files.CreateFolder("/data/Brume");
+  Put("Brume/song.txt", "mist\r\n");
+  std::string problem;
+  int16 session = 1;
+  FileOperations(house).Run("DA", "song.txt", problem, "", "", session);
+  EXPECT_EQ(problem, "");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "mist\r\n");
+  EXPECT_EQ(Do("DA", "song.txt"), "Error finding file /data/song.txt or /data/Avalon/song.txt");
+}
+
+TEST_F(FileOperationsTest, NoRemoveKeepsTheFileWhateverIsAsked) {
+  Put("a.set", "#GALIAS a one\r\n");
+  Do("LO", "a.set");
+  EXPECT_EQ(Do("UN", "a.set", "NoRemove"), "");
+  EXPECT_EQ(script.AliasCount, 1);
+  EXPECT_GE(scriptFiles.GetBufferNumber("/data/a.set"), buffer::FirstScript);
+}
+
 TEST_F(FileOperationsTest, SendStopsAtTheFirstError) {
   MakeSession(1, "anna", false);
   script.CurrentSocket = 1;

@@ -254,8 +254,11 @@ TEST_F(GameTextTest, ARecordingTakesWhatIsSent) {
   Run("e");
   EXPECT_EQ(sessions.WalkBuffer[0], "n;s;");
   sessions.WalkState[0] = 2;
-  sessions.WalkBuffer[0] = std::string(10001, 'n');
+  sessions.WalkBuffer[0] = std::string(10000, 'n');
   Effects();
+  Run("e");
+  EXPECT_EQ(Of("speech"), Lines{}) << "not before there are more";
+  sessions.WalkBuffer[0] = std::string(10001, 'n');
   Run("e");
   EXPECT_EQ(Of("speech"), (Lines{"1 Record buffer filling"}));
   EXPECT_TRUE(sessions.WalkBuffer[0].ends_with("e;"));

@@ -194,6 +194,51 @@ TEST_F(WalkTest, ErasingTakesNoParameterAndDoesNothingOutsideARecording) {
   EXPECT_EQ(Run("#ERASE x"), "");
   EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"}));
   EXPECT_TRUE(ErrorLog().ends_with(" in command: #ERASE x"));
+  Run("#ERASE x", option::CheckOnly);
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"})) << "a script that is checked hears of it too";
+  State() = 1;
+  EXPECT_EQ(Run("#ERASE"), "");
+  EXPECT_EQ(Buffer(), "n;e;") << "the steps of a walk under way stay";
+}
+
+TEST_F(WalkTest, TheMenuFinishesARecordingIntoNewLinesOrAScript) {
+  WorkIn("/data/hills.set", "#alias {hi} {wave}\r\n");
+  script.DefiningBuffer = 0;
+  Run("#RECORD;n;s;look;e");
+  memory.face.Will({"OK", {{1, "old mill"}}, {{5, 1}}, {{2, 1}, {3, 1}}});
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(buffers.BufferText[4], "#alias {hi} {wave}\r\n#alias {.old mill} {E}\r\n");
+  EXPECT_EQ(NewLines(), "");
+  EXPECT_EQ(State(), 0);
+  Run("#RECORD;n");
+  memory.face.Will({"OK", {{1, ".inn"}}, {}, {}});
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(Walk(".inn"), "N");
+  EXPECT_EQ(NewLines(), "#alias {.inn} {N}\r\n");
+}
+
+TEST_F(WalkTest, TheMenuFinishesNoRecordingWithoutAStep) {
+  Run("#RECORD");
+  memory.face.Will({"OK", {{1, "x"}}, {}, {}});
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(State(), 2);
+  EXPECT_EQ(Walk(".x"), "(none)");
+  EXPECT_NE(ErrorLog().find("Wrong number of parameters"), std::string::npos) << ErrorLog();
+}
+
+TEST_F(WalkTest, TheMenuCarriesOutTheCommandsOfWalks) {
+  menus.MenuRoutine("AUTOWALK//BE");
+  EXPECT_EQ(State(), 2);
+  Run("n;e");
+  menus.MenuRoutine("AUTOWALK//IG");
+  EXPECT_EQ(Buffer(), "n;");
+  menus.MenuRoutine("AUTOWALK//PA");
+  EXPECT_EQ(State(), 6);
+  menus.MenuRoutine("AUTOWALK//UN");
+  EXPECT_EQ(State(), 2);
+  menus.MenuRoutine("AUTOWALK//ST");
+  EXPECT_EQ(State(), 0);
+  EXPECT_EQ(Buffer(), "");
 }
 
 TEST_F(WalkTest, DirectionsAreKeptInUpperCaseTwiceIfToldTwice) {
@@ -290,11 +335,56 @@ TEST_F(WalkTest, CommandsInASlowWalkPassByThemselves) {
   Define(".x", "#MATH a 1;N; #MATH b 2;#MATH c 3;E;S");
   Run(".x");
   EXPECT_EQ(Variable("a", Owner()), "1");
-  EXPECT_EQ(Steps(), "N E") << "those behind a step run with it, and the step behind them with them";
+  EXPECT_EQ(Steps(), "N") << "the command that comes first, and the step behind it";
+  EXPECT_EQ(Variable("b", Owner()), "(none)") << "what is to happen in the next room waits for it";
+  Run("#OK");
   EXPECT_EQ(Variable("b", Owner()) + Variable("c", Owner()), "23");
+  EXPECT_EQ(Steps(), "E") << "commands run together with the step behind them";
   Run("#OK");
   EXPECT_EQ(Steps(), "S");
   EXPECT_EQ(State(), 0);
+}
+
+TEST_F(WalkTest, EachOkReleasesOneStepWhateverCommandsStandBetween) {
+  options.SlowWalk = true;
+  Define(".x", "N;E;#MATH a 1;S;#MATH a 2;W;#MATH a 3");
+  Run(".x");
+  std::string seen = Steps();
+  for (int i = 0; i < 4; ++i) {
+    Run("#OK");
+    seen += "|" + Steps() + " " + Variable("a", Owner());
+  }
+  EXPECT_EQ(seen, "N|E (none)|S 1|W 2| 3");
+  EXPECT_EQ(State(), 0);
+}
+
+TEST_F(WalkTest, AnAbortInAStepEndsTheLineAndTheWalkGoesOnWithTheNextOk) {
+  options.SlowWalk = true;
+  Define(".x", "N;#ABORT;E");
+  Run(".x");
+  EXPECT_EQ(Run("#OK;#MATH after 1"), "");
+  EXPECT_EQ(Variable("after", Owner()), "(none)");
+  EXPECT_EQ(Steps(), "N");
+  EXPECT_EQ(Buffer(), "E");
+  EXPECT_EQ(script.CommandDepth, 1) << "a step that was left gives its depth back all the same";
+  Run("#OK");
+  EXPECT_EQ(Steps(), "E");
+}
+
+TEST_F(WalkTest, AWalkThatEndsInTheMiddleOfALineGivesItsDepthBack) {
+  Define(".x", "N;E");
+  Run("#RECORD;n;#ENDRECORD y;.x;..y");
+  EXPECT_EQ(script.CommandDepth, 1);
+  options.SlowWalk = true;
+  Run(".x;#OK");
+  EXPECT_EQ(script.CommandDepth, 1);
+}
+
+TEST_F(WalkTest, AWalkThatIsLeftGivesItsDepthBack) {
+  Define(".x", "N;#ABORT;E");
+  Run(".x");
+  EXPECT_EQ(Steps(), "N");
+  EXPECT_EQ(script.CommandDepth, 1);
 }
 
 TEST_F(WalkTest, ManyCommandsInARowAreNoDeepNest) {
