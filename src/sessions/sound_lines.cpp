@@ -54,6 +54,13 @@ bool Matches(std::string_view name, std::string_view pattern) {
   return p == pattern.size();
 }
 
+// A server must not be able to end the program, and a streamed OGG does. Any ".ogg" of the whole path makes it one,
+// also that of a folder or of "x.ogg.wav".
+bool EndsTheProgram(std::string_view path) {
+  std::string upper = Upper(path);
+  return KindOfSound(upper) == SoundKind::StreamedOgg;
+}
+
 // Parts that name no folder or file of their own could lead elsewhere.
 bool IsPlainPart(std::string_view part) {
   return !part.empty() && part != "." && part != ".." && part.find_first_of(std::string_view("/:\0", 3)) == part.npos;
@@ -69,10 +76,11 @@ bool SoundLines::IsSoundLine(std::string_view line) {
 }
 
 void SoundLines::msp(std::string_view l) {
-  if (busy_ || l.size() < HeadLength) return;
+  if (l.size() < HeadLength) return;
   const bool isSound = UpperChar(l[2]) == 'S';
   Request request = Read(l);
   if (SameText(request.Name, "OFF")) return StopAll();
+  if (busy_) return;
   struct Busy {
     bool& flag;
     explicit Busy(bool& f) : flag(f) { flag = true; }
@@ -108,7 +116,7 @@ void SoundLines::Play(bool isSound, Request request) {
   if (!Find(request.Name, place)) return;
   if (isSound) SettleEnding(place);
   const std::string path = Choose(place);
-  if (path.empty() || !Inside(path)) return;
+  if (path.empty() || EndsTheProgram(path) || !Inside(path)) return;
   if (options_.PlaySoundsOutsideCorvid) request.Flags |= playflag::InBackground;
   constexpr int32 ownFrequency = -1;
   const int16 handle = sound_.PlaySound(path, request.Volume, ownFrequency, 0, 0, request.Flags);  // PUMP
@@ -143,10 +151,7 @@ std::vector<std::string> SoundLines::Matches(const Place& place) const {
   if (!files.FolderExists(place.Folder)) return {};
   std::vector<std::string> names;
   for (std::string& name : platform_.files.FileNames(place.Folder)) {
-    std::string upper = Upper(name);
-    // A server must not be able to end the program, and a streamed OGG does.
-    if (corvid::Matches(name, place.Name) && KindOfSound(upper) != SoundKind::StreamedOgg)
-      names.push_back(std::move(name));
+    if (corvid::Matches(name, place.Name) && !EndsTheProgram(name)) names.push_back(std::move(name));
   }
   return names;
 }

@@ -26,7 +26,7 @@ class SoundLines {
 
   static bool IsSoundLine(std::string_view line);
   // Plays or stops what a sound line asks for; a name that is not there, or not in the folder, is passed over. May pump
-  // events, and drops the lines that come meanwhile.
+  // events, and drops the lines that come meanwhile, except those that stop what plays.
   void msp(std::string_view l);
 
  private:

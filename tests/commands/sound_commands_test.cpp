@@ -80,6 +80,16 @@ TEST_F(SoundCommandsTest, ASoundThatIsNotThereIsToldAndTheLineGoesOn) {
   EXPECT_NE(ErrorLog().find("problem playing /data/Sounds/nosuch.wav"), std::string::npos);
 }
 
+TEST_F(SoundCommandsTest, TextIsSpokenAndIsNoSound) {
+  EXPECT_EQ(Run("#PLAY {##Hello there};#VAR after yes"), "");
+  EXPECT_EQ(System(sysvar::PLAYHANDLE), "0");
+  EXPECT_EQ(Variable("after", owner), "yes");
+  const Lines spoken = Of("speech");
+  ASSERT_FALSE(spoken.empty());
+  EXPECT_EQ(spoken[0], "1 Hello there");
+  EXPECT_NE(ErrorLog().find("problem playing /data/Sounds/##Hello there"), std::string::npos);
+}
+
 TEST_F(SoundCommandsTest, WithoutADeviceEachSoundIsNotAnErrorOfItsOwn) {
   memory.sounds.Works = false;
   sound.ResetSounds();

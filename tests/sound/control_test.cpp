@@ -432,6 +432,17 @@ TEST_F(MusicTest, StartsTheMusicAgainWhenItHasEnded) {
   EXPECT_EQ(Heard().size(), 30u) << "for ever";
 }
 
+TEST_F(MusicTest, PlaysWithAllThatItsSlotHolds) {
+  state = {200, "b.wav", -1200, -400, 11025};  // 200 is music still
+  Pass(500);
+  EXPECT_EQ(Heard(), (Texts{"play 2 b.wav -1200 -400 11025 loop"}));
+  EXPECT_EQ(script.SystemValues[sysvar::MP3LOOP], "2");
+  Pass(500);
+  EXPECT_EQ(script.SystemValues[sysvar::MP3LOOP], "0") << "a buffer loops by itself";
+  EXPECT_FALSE(music.Running());
+  EXPECT_TRUE(sound.IsPlaying(2));
+}
+
 TEST_F(MusicTest, EndsWithTheMusic) {
   int16 handle = 201;
   state.MusicHandle = 0;

@@ -86,6 +86,27 @@ TEST_F(SoundTest, FlagsChooseHowALoadedFileIsUsed) {
   EXPECT_EQ(Play("a.wav", playflag::OnlyOne), 2);
 }
 
+TEST_F(SoundTest, ADuplicateThatTakesTheSlotOfItsOriginalIsLoadedAgain) {
+  Init();
+  PlayMany(30);
+  Pass(1500);
+  chance = 5;
+  EXPECT_EQ(Play("5.wav", playflag::Duplicate | playflag::Priority1), 6);
+  EXPECT_EQ(memory.sounds.Loads, 31);
+  EXPECT_EQ(sound.NameOf(6), "5.WAV");
+  EXPECT_EQ(sound.PriorityOf(6), 1);
+  EXPECT_TRUE(sound.IsPlaying(6));
+}
+
+TEST_F(SoundTest, ADuplicateIn3DHasTheConesThatItAsksFor) {
+  Init();
+  Play("a.wav", playflag::ThreeD);
+  EXPECT_EQ(Play("a.wav", playflag::ThreeD | playflag::Cones), 3);
+  EXPECT_EQ(sound.ThreeDOf(2)->InsideConeAngle, 360);
+  EXPECT_EQ(sound.ThreeDOf(3)->InsideConeAngle, 0);
+  EXPECT_EQ(memory.sounds.Loads, 1);
+}
+
 TEST_F(SoundTest, PrepareOnlyDoesNotStart) {
   Init();
   EXPECT_EQ(Play("a.wav", playflag::PrepareOnly), 2);
@@ -249,6 +270,23 @@ TEST_F(SoundTest, TheSearchBeginsAnywhere) {
   EXPECT_EQ(Play("b.wav"), 1);
   chance = 100;
   EXPECT_EQ(Play("c.wav"), 2);
+}
+
+TEST_F(SoundTest, ALowestSoundBehindTheMatchDoesNotMoveTheSearch) {
+  Init();
+  Play("a.wav");                            // 2
+  Play("b.wav", playflag::PriorityLowest);  // 3
+  Play("c.wav");                            // 4
+  Pass(1500);
+  Play("a.wav");
+  Play("c.wav");
+  EXPECT_EQ(Play("c.wav"), 3) << "a lowest one that is scanned before the match is the first to go";
+  Pass(1500);
+  EXPECT_EQ(Play("b.wav", playflag::PriorityLowest), 5);
+  Pass(1500);
+  Play("a.wav");
+  chance = 10;
+  EXPECT_EQ(Play("a.wav"), 11) << "one behind it has not been seen";
 }
 
 // --- names ---
