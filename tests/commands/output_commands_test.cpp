@@ -130,7 +130,9 @@ TEST_F(OutputCommandTest, SendGivesTheGameAFileLineByLine) {
   EXPECT_EQ(memory.sockets.TakeWritten(0), "first @x;\r\n\r\n#second\r\n");
   EXPECT_EQ(Run("#SEND {a.txt} {say } {, friend @x}"), "");
   EXPECT_EQ(memory.sockets.TakeWritten(0), "say first @x;, friend @x\r\nsay , friend @x\r\nsay #second, friend @x\r\n");
+  Effects();
   EXPECT_EQ(Run("#SEND none.txt;#BELL"), "Error finding file /data/none.txt");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"})) << "reported, and the rest of the line does not run";
 }
 
 TEST_F(OutputCommandTest, SendTakesASuffixThatEndsALineAsTheLineEnd) {

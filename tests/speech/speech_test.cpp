@@ -253,6 +253,26 @@ struct NoSuchVoice : MemorySpeech {
   void SetVoice(int16, int16) override { throw Fault(FaultKind::Index, "There is no such voice"); }
 };
 
+struct CountedStarts : MemorySpeech {
+  using MemorySpeech::MemorySpeech;
+  bool Start() override {
+    ++Starts;
+    return MemorySpeech::Start();
+  }
+  int Starts = 0;
+};
+
+TEST(Voices, AreMadeReadyOnce) {
+  SpeechHouse house;
+  CountedStarts engine(house.mem.effects);
+  TwoWays both(house, engine);
+  for (const int16 type : {speechtype::Engine, speechtype::ScreenReader, speechtype::Engine}) {
+    both.speech.TTSSetup(type);
+    both.speech.Speak("text", -1, 1);
+  }
+  EXPECT_EQ(engine.Starts, 1);
+}
+
 TEST(Voices, AMissingOneLeavesTheOtherValuesToBeSet) {
   SpeechHouse house;
   NoSuchVoice engine(house.mem.effects);
