@@ -187,7 +187,21 @@ TEST_F(SoundLinesTest, OffIsHeardDuringABoxToo) {
 
 TEST_F(SoundLinesTest, ASoundLineIsNeitherShownNorSpokenNorLogged) {
   const int16 slot = Online("bob");
+  state.SessionRef[slot] = "bob";
+  logs.OpenLog(slot);
+  std::string matched;
+  triggers.OnLine = [&](int16, LineVersions& line) {
+    matched += line.PlainLine + "|";
+    return LineFate{};
+  };
   Receives(slot, "!!SOUND(x.wav)\r\nhello\r\n!!music(x.wav)\r\n");
+  logs.CloseLog(slot);
+  std::string logged;
+  for (const std::string& name : memory.files.FileNames("/data/logs/"))
+    logged += memory.files.ReadWhole("/data/logs/" + name);
+  EXPECT_EQ(logged.find("SOUND"), std::string::npos) << logged;
+  EXPECT_NE(logged.find("hello"), std::string::npos) << logged;
+  EXPECT_EQ(matched, "hello|!!music(x.wav)|") << "no trigger sees it";
   EXPECT_EQ(Of("sound"), (Texts{"play 1 x.wav 0 0 22050 once background"}));
   EXPECT_EQ(Spoken(), (Texts{"1 hello", "1 !!music(x.wav)"}));
   EXPECT_EQ(Screen(slot).find("SOUND"), std::string::npos);

@@ -376,6 +376,33 @@ TEST_F(OggTest, DeleteSound2LeavesTheHandleInPlace) {
   EXPECT_FALSE(sound.Loaded(2));
 }
 
+TEST_F(OggTest, DeletingOrKillingFreesTheSlot) {
+  Play("x.ogg");
+  int16 handle = 101;
+  sound.DeleteSound(handle);
+  EXPECT_EQ(handle, 0);
+  EXPECT_EQ(Heard().back(), "stop 101 x.ogg");
+  EXPECT_EQ(Play("x.ogg"), 101);
+  sound.KillAllSounds();
+  EXPECT_FALSE(sound.IsPlaying(101));
+  EXPECT_EQ(Play("x.ogg"), 101);
+}
+
+TEST_F(SoundTest, ResetBeginsAnewAndLeavesTheBuffers) {
+  Init("SOUND BUFFERS=40");
+  sound.SetOggTick(true);
+  Play("a.wav");
+  Play("tune.mp3");
+  memory.files.Put("/data/sounds.ini", "SOUND BUFFERS=25");
+  sound.ResetSounds();
+  EXPECT_EQ(sound.SoundBuffers(), 25);
+  EXPECT_TRUE(sound.IsPlaying(2));
+  EXPECT_FALSE(sound.IsPlaying(201));
+  Boxes();
+  EXPECT_EQ(Play("x.ogg"), 0) << "the tick is off again";
+  EXPECT_EQ(Boxes(), (Texts{"16|Error|OGG DLL is missing."}));
+}
+
 TEST_F(OggTest, PrepareOnlyHoldsItAtItsStart) {
   EXPECT_EQ(Play("x.ogg", playflag::PrepareOnly), 101);
   EXPECT_FALSE(sound.IsPlaying(101));
