@@ -249,6 +249,7 @@ TEST_F(FileTest, FileOnAnOpenHandleBeginsAnew) {
   EXPECT_NE(scriptFileState.ScriptFileNumber[1], 0) << "a refused name changes nothing";
   EXPECT_EQ(Run("#FILE 6 r.dat;#WRITE 6 a 1;#FILE 6 s.dat long"), "Parameter 3 must be numeric if included.");
   EXPECT_EQ(scriptFileState.ScriptFileNumber[6], 0);
+  EXPECT_EQ(scriptFileState.ScriptFileLength[6], 0) << "the open file is closed before the length is judged";
   EXPECT_EQ(scriptFileState.ScriptFileName[6], "r.dat");
 }
 

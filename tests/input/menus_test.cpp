@@ -217,6 +217,22 @@ TEST_F(MenuTest, TheSlowWalkOptionIsToggledAndTheMenuStays) {
   EXPECT_EQ(menu.CurrentMenu, "TOOLS") << "staying is no step down";
 }
 
+TEST_F(MenuTest, AnItemKnowsWhetherAKeyChoseItAndWhichOne) {
+  std::string seen;
+  runner.OnCommand = [&](const std::string&, int16&, std::string&, Parameters&, int16&) {
+    seen += menu.MenuActive ? "active " : "idle ";
+    seen += menu.MenuDeleteKey ? "deleted " : "chosen ";
+  };
+  OpenWalkMenu();
+  Key(keycode::Enter, "\r");
+  OpenWalkMenu();
+  Key(keycode::Delete);
+  menus.MenuRoutine("AUTOWALK//BE");
+  EXPECT_EQ(seen, "active chosen idle deleted idle chosen ");
+  EXPECT_FALSE(menu.MenuActive);
+  EXPECT_FALSE(menu.MenuDeleteKey);
+}
+
 TEST_F(MenuTest, FinishingWithoutARecordingIsRefused) {
   OpenWalkMenu();
   for (const auto walkState : std::initializer_list<int16>{0, 1, 6}) {
@@ -296,6 +312,15 @@ TEST_F(MenuTest, ATabWordReplacesTheSelectionAndStaysSelected) {
   EXPECT_EQ(Entry().SelText(), "a//b|c") << "any word, as it is";
 }
 
+TEST_F(MenuTest, ATabWordLeavesAScriptThatIsOnlyReadAsItIs) {
+  Type("look");
+  Entry().SetLocked(true);
+  menus.ShowList({"crow"}, "ONETIME");
+  Key(keycode::Enter, "\r");
+  EXPECT_EQ(Entry().Text(), "look");
+  EXPECT_FALSE(menu.ListOpen);
+}
+
 TEST_F(MenuTest, DeleteDropsATabWordAndTheOthersStay) {
   menus.ShowList({"crow", "Mag@pie", "jay"}, "ONETIME");
   Key(keycode::Down);
@@ -371,6 +396,7 @@ TEST_F(MenuTest, AnAutomaticWalkIsNotSeenUntilItsLastMenu) {
 TEST_F(MenuTest, AStepThatNoItemFitsIsReported) {
   menus.OpenMenu("MAIN//00", "TOOLS|nothing|more");
   EXPECT_EQ(Of("error"), Texts{"Auto-menu did not find matchingmenu item nothing in command: TOOLS"});
+  EXPECT_EQ(menu.MenuAutoPath, "") << "what is shown next is no part of the walk";
   EXPECT_FALSE(menu.ListOpen);
   TapAlt();
   EXPECT_EQ(menu.CurrentMenu, "MAIN");
