@@ -217,6 +217,18 @@ TEST_F(WalkTest, TheMenuFinishesARecordingIntoNewLinesOrAScript) {
   EXPECT_EQ(NewLines(), "#alias {.inn} {N}\r\n");
 }
 
+TEST_F(WalkTest, TheMenuOffersOnlyScriptsThatAreLoaded) {
+  WorkIn("", "");
+  scriptFiles.ResizeBuffers(5);
+  buffers.BufferFile[5] = "/data/mill.set";
+  buffers.BufferFlags[5] = buffer::Script;
+  script.DefiningBuffer = 0;
+  Run("#RECORD;n");
+  memory.face.Will({"OK", {{1, "mill"}}, {{5, 1}}, {}});
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(buffers.BufferText[5], "#alias {.mill} {N}\r\n") << "the first script of the list";
+}
+
 TEST_F(WalkTest, TheMenuFinishesNoRecordingWithoutAStep) {
   Run("#RECORD");
   memory.face.Will({"OK", {{1, "x"}}, {}, {}});
