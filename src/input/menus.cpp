@@ -2,9 +2,11 @@
 #include "input/menus.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "core/keys.h"
+#include "core/list_rows.h"
 #include "core/number.h"
 #include "core/text.h"
 #include "core/trap.h"
@@ -22,7 +24,6 @@ constexpr std::string_view IndexMark = "##";
 constexpr std::size_t CodeLength = 2;
 constexpr std::string_view WholeMenu = "00";
 constexpr int16 ReadByWindow = 1;  // a screen reader reads the list by itself
-constexpr int32 RowsOfAPage = 10;
 
 bool IsFocusKey(int16 KeyCode) {
   return KeyCode == keycode::Shift || KeyCode == keycode::Control || KeyCode == keycode::Alt ||
@@ -217,30 +218,7 @@ bool Menus::FindByLetter(char letter) {
 void Menus::Move(int16 KeyCode) {
   const MenuState& menu = house_.menu;
   const auto last = static_cast<int32>(menu.ListItems.size()) - 1;
-  int32 row = menu.ListIndex;
-  switch (KeyCode) {
-    case keycode::Up:
-      --row;
-      break;
-    case keycode::Down:
-      ++row;
-      break;
-    case keycode::PageUp:
-      row -= RowsOfAPage;
-      break;
-    case keycode::PageDown:
-      row += RowsOfAPage;
-      break;
-    case keycode::Home:
-      row = 0;
-      break;
-    case keycode::End:
-      row = last;
-      break;
-    default:
-      return;
-  }
-  if (last >= 0) SelectRow(std::clamp<int32>(row, 0, last));
+  if (const std::optional<int32> row = RowByKey(KeyCode, menu.ListIndex, last)) SelectRow(*row);
 }
 
 void Menus::SelectRow(int32 row) {

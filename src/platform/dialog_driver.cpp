@@ -2,17 +2,17 @@
 #include "platform/dialog_driver.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "core/keys.h"
+#include "core/list_rows.h"
 #include "core/text.h"
 #include "platform/control_text.h"
 
 namespace corvid {
 
 namespace {
-
-constexpr int32 PageOfRows = 10;
 
 bool IsText(const DialogControl& control) {
   return control.Kind == ControlKind::TextBox || control.Kind == ControlKind::Box;
@@ -199,35 +199,8 @@ void DialogDriver::KeyEffect(DialogControl& control, int16 KeyCode, int16 Shift)
 }
 
 void DialogDriver::ListKey(const DialogControl& control, int16 KeyCode) {
-  const int32 last = LastRow(control);
-  if (last < 0) return;
-  int32 row = control.ListIndex;
-  switch (KeyCode) {
-    case keycode::Up:
-    case keycode::Left:
-      --row;
-      break;
-    case keycode::Down:
-    case keycode::Right:
-      ++row;
-      break;
-    case keycode::PageUp:
-      row -= PageOfRows;
-      break;
-    case keycode::PageDown:
-      row += PageOfRows;
-      break;
-    case keycode::Home:
-      row = 0;
-      break;
-    case keycode::End:
-      row = last;
-      break;
-    default:
-      return;
-  }
-  row = std::clamp(row, 0, last);
-  if (row != control.ListIndex) ChooseRow(focus_, row);
+  const std::optional<int32> row = RowByKey(KeyCode, control.ListIndex, LastRow(control));
+  if (row && *row != control.ListIndex) ChooseRow(focus_, *row);
 }
 
 void DialogDriver::FindRow(const DialogControl& control, const std::string& character) {
