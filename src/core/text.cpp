@@ -24,10 +24,6 @@ std::string_view RightTrimmed(std::string_view text) {
 
 }  // namespace
 
-char UpperChar(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 std::string Upper(std::string_view text) {
   std::string result(text);
   for (char& c : result) c = UpperChar(c);
@@ -114,13 +110,6 @@ std::string FileStem(std::string_view text) {
     if (c == '/' || c == '\\' || static_cast<unsigned char>(c) < 32) c = '_';
   if (stem == "." || stem == "..") stem.assign(stem.size(), '_');
   return stem;
-}
-
-bool IsLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 }  // namespace corvid

@@ -11,7 +11,9 @@
 
 namespace corvid {
 
-char UpperChar(char c);
+constexpr char UpperChar(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 std::string Upper(std::string_view text);
 std::string Lower(std::string_view text);
 bool SameText(std::string_view a, std::string_view b);               // equal after upper-casing
@@ -29,7 +31,11 @@ std::string Replace(std::string text, std::string_view from, std::string_view to
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 // A text as part of a file name: what could lead out of the folder (separators, control codes, "..") becomes "_".
 std::string FileStem(std::string_view text);
-bool IsLetter(char c);  // A to Z, a to z
-bool IsDigit(char c);   // 0 to 9
+constexpr bool IsLetter(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 }  // namespace corvid
