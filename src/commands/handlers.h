@@ -9,7 +9,6 @@ struct CommandCall;
 
 namespace handler {
 
-
 void Direction(CommandCall& call);
 void EndRecord(CommandCall& call);
 void Erase(CommandCall& call);
