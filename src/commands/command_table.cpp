@@ -20,7 +20,7 @@ constexpr std::string_view AB = "AB", CD = "CD", EF = "EF", GHI = "GHI", JO = "J
 constexpr bool OnlyMinOrMax = false;
 constexpr bool WholeWord = true;
 
-// The order of the rows is what abbreviations mean: a new row goes behind those of its letter that are older.
+// The order of the rows is what abbreviations mean: a row that moves can change what a script does.
 constexpr std::array commandRows{
     CommandRow{AB, "ABORT", 0, 1, handler::Abort},
     CommandRow{AB, "ADDITEM", 2, 3, handler::AddItem},
