@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "app/corvid.h"
+#include "core/keys.h"
 #include "core/scramble.h"
 #include "platform/espeak/espeak_engine.h"
 #include "platform/memory/memory_platform.h"
