@@ -59,6 +59,11 @@ Corvid::Corvid(const Platform& outside)
   switchboard_.Voice = &speech;
   switchboard_.Questions = &prompts;
   switchboard_.Jobs = &timers;
+  prompts.AskByVoice = [this](const std::string& message, std::string& answer) {
+    if (speech.ChosenType() != speechtype::Engine) return false;
+    answer = voiceKeys.EditBox(message);  // PUMP
+    return true;
+  };
   timers.SetDialogJobs(&dialog);
   platform.sockets.SetEvents(&sessions);
   platform.face.AttachEntry(bufferState.EntryBox);

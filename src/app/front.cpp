@@ -62,6 +62,7 @@ int RunConsole(const CommandLine& line, int argc, char** argv) {
   {
     Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
                    outside.settings, voices.engine, voices.reader, face, voices.sounds});
+    corvid.prompts.AskByVoice = nullptr;  // lines come here, not keys, and who reads them would not see the question
     face.Start({.JobDue = [&] { return corvid.timers.JobDue(); }, .Quit = [&] { corvid.quit(true); }});
     code = corvid.Start(request) ? outside.loop.Run() : 0;
     face.Finish();

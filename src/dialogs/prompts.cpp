@@ -202,6 +202,8 @@ bool Prompts::ChooseFromList(const std::string& PromptString, const std::vector<
 }
 
 std::string Prompts::InputBox2(const std::string& message, const std::string& title, const std::string& startString) {
+  std::string answer;
+  if (AskByVoice && AskByVoice(message, answer)) return answer;  // PUMP
   const std::string start = startString == "$%" ? std::string() : startString;
   return TextPrompt(message, title, 0, start);
 }

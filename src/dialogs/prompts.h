@@ -2,6 +2,7 @@
 // The questions that any part of the program may ask: message boxes, a line of text, a choice from a list, a file.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,10 @@ class Prompts : public Prompter {
   // The same with the folder of the player's files to begin with.
   void FolderDialog(const std::string& StartFile, const std::string& wildcard, int16 fOptions, const std::string& title,
                     std::string& ErrorDescription, std::string& filename, const std::string& userFolder);
+
+  // How InputBox2 asks a player whose chosen speech is the built-in voices: without a window. False when it is another;
+  // answer is the text typed otherwise. Left empty, a dialog asks. May pump events.
+  std::function<bool(const std::string& message, std::string& answer)> AskByVoice;
 
   static constexpr int16 FileMayBeMissing = 1;  // bit of fOptions: the name of a new file is accepted
 
