@@ -69,6 +69,19 @@ class Corvid:
         return self.until(lambda e: e["event"] == "speech" and piece in e["text"] and channel in (None, e["channel"]),
                           f"the words {piece!r}")
 
+    def sent_by(self, line):
+        """What a typed line sends to the game. It has run to its end before the next one is typed, since a line that
+        loops or waits lets others in."""
+        end = "that was all of it"
+        first = len(self.seen)
+        self.line(line)
+        self.event("ready")
+        self.line(f">{end}")
+        self.event("send", text=end)
+        sent = [event["text"] for event in self.seen[first:] if event["event"] == "send"]
+        self.event("ready")
+        return sent[:-1]
+
     def get(self, what, **more):
         self.send(get=what, **more)
         return self.event("state", what=what)

@@ -6,7 +6,6 @@ import unittest
 
 from corvid_json import Corvid, Server, prepared_folder, receive
 
-END = "that is all"
 
 
 class DataFiles(unittest.TestCase):
@@ -25,17 +24,6 @@ class DataFiles(unittest.TestCase):
         self.corvid.event("session", session=1, state="connected")
         self.corvid.event("ready")
 
-    def sent_by(self, line):
-        """What a typed line sends to the game."""
-        self.corvid.line(line)
-        self.corvid.line(f">{END}")
-        sent = []
-        while True:
-            text = self.corvid.event("send")["text"]
-            if text == END:
-                return sent
-            sent.append(text)
-
     def error_of(self, line):
         """The words of the box in which a typed line fails."""
         self.corvid.line(line)
@@ -45,18 +33,18 @@ class DataFiles(unittest.TestCase):
         return next(control["value"] for control in box["controls"] if control["kind"] == "label")
 
     def test_what_one_run_writes_the_next_one_reads(self):
-        self.assertEqual([], self.sent_by("#FILE 2 Shop.txt;#WRITE 2 {sword 50};#WRITE 2 {shield} NoReturn;"
+        self.assertEqual([], self.corvid.sent_by("#FILE 2 Shop.txt;#WRITE 2 {sword 50};#WRITE 2 {shield} NoReturn;"
                                           "#WRITE 2 { 40};#CLOSE 2"))
         self.assertEqual(b"sword 50\r\nshield 40\r\n", (self.folder / "Shop.txt").read_bytes())
-        self.assertEqual([], self.sent_by("#FILE 6 rooms.dat;#WRITE 6 {the temple} 2"))
+        self.assertEqual([], self.corvid.sent_by("#FILE 6 rooms.dat;#WRITE 6 {the temple} 2"))
         self.assertEqual(b"\0" * 128 + b"\x0a\0the temple".ljust(128, b"\0"), (self.folder / "rooms.dat").read_bytes())
         self.assertEqual(0, self.corvid.end())
         self.start()
         self.assertEqual(["say sword 50", "say shield 40"],
-                         self.sent_by("#FILE 1 shop.TXT;#READ 1 x;#WHILE {@x<>\"[EOF]\"} {say @x;#READ 1 x}"))
+                         self.corvid.sent_by("#FILE 1 shop.TXT;#READ 1 x;#WHILE {@x<>\"[EOF]\"} {say @x;#READ 1 x}"))
         self.assertEqual(["say the temple", "say []"],
-                         self.sent_by("#FILE 6 rooms.dat;#READ 6 x 2;say @x;#READ 6 x 9;say [@{x}]"))
-        self.assertEqual([], self.sent_by("#DELFILE shop.txt"))
+                         self.corvid.sent_by("#FILE 6 rooms.dat;#READ 6 x 2;say @x;#READ 6 x 9;say [@{x}]"))
+        self.assertEqual([], self.corvid.sent_by("#DELFILE shop.txt"))
         self.assertFalse((self.folder / "Shop.txt").exists())
         self.assertEqual(0, self.corvid.end())
 
@@ -68,7 +56,7 @@ class DataFiles(unittest.TestCase):
             self.assertIn("No space left on device", self.error_of("#WRITE 2 x"))
         os.mkfifo(self.folder / "pipe.txt")
         self.assertIn("is no ordinary file", self.error_of("#FILE 3 pipe.txt;#READ 3 x"))
-        self.assertEqual(["look"], self.sent_by("look"))
+        self.assertEqual(["look"], self.corvid.sent_by("look"))
         self.assertEqual(0, self.corvid.end())
 
     def test_no_name_leads_out_of_the_folder(self):

@@ -73,17 +73,6 @@ class Language(unittest.TestCase):
             with self.subTest(expression):
                 self.assertRegex(self.value_of(f"%EVAL(({expression}))"), "xpression")
 
-    def sent_by(self, line):
-        """What a typed line sends to the game."""
-        self.corvid.line(line)
-        self.corvid.line(f">{END}")
-        sent = []
-        while True:
-            text = self.corvid.event("send")["text"]
-            if text == END:
-                return sent
-            sent.append(text)
-
     def test_what_is_told_of_lines_holds(self):
         self.corvid.line("#ALIAS hi {say hello, %0};#ALIAS two {say %1 and %2};#VARIABLE foe rat")
         self.corvid.line("#ALIAS again {%EXPAND(kill @foe)};#ALIAS later {kill @foe};#VARIABLE lastchat news")
@@ -124,7 +113,7 @@ class Language(unittest.TestCase):
                     self.corvid.line(line)
                     self.corvid.event("send", text=sent[0])
                     continue
-                self.assertEqual(sent, self.sent_by(line))
+                self.assertEqual(sent, self.corvid.sent_by(line))
         self.assertEqual([], [e for e in self.corvid.seen if e["event"] == "dialog"])
 
     def test_a_separator_before_the_closing_brace_sends_an_empty_line(self):
@@ -132,9 +121,9 @@ class Language(unittest.TestCase):
                                                b"#ALIAS bad {  // a comment\r\n  get lamp;\r\n  light lamp;\r\n}\r\n"
                                                b"; a comment\r\n#ALIAS url {say http:~//example.org}\r\n")
         self.corvid.line("#LOAD lamp.set")
-        self.assertEqual(["get lamp", "light lamp"], self.sent_by("good"))
-        self.assertEqual(["get lamp", "light lamp", ""], self.sent_by("bad"))
-        self.assertEqual(["say http://example.org"], self.sent_by("url"))
+        self.assertEqual(["get lamp", "light lamp"], self.corvid.sent_by("good"))
+        self.assertEqual(["get lamp", "light lamp", ""], self.corvid.sent_by("bad"))
+        self.assertEqual(["say http://example.org"], self.corvid.sent_by("url"))
 
     def after(self, *lines):
         """What is sent because of lines of the game."""
@@ -164,7 +153,7 @@ class Language(unittest.TestCase):
                 "#TRIGGER {quiet *} {#GAGLINE}", "#TRIGGER {long *} {#SUBSTITUTE {short %1}}",
                 "#ALIAS shorten {#SUBSTITUTE {short}}", "#TRIGGER {lengthy} {shorten}"):
             self.corvid.line(line)
-        self.sent_by("ready")
+        self.corvid.sent_by("ready")
         for line, sent in (
                 ("AT&T rings", ["say phone rings"]),
                 ("<20/30hp> ", ["say 20 of 30"]),
@@ -184,7 +173,7 @@ class Language(unittest.TestCase):
         ):
             with self.subTest(line):
                 self.assertEqual(sent, self.after(line))
-        self.sent_by("#CLASS tells enable")
+        self.corvid.sent_by("#CLASS tells enable")
         self.assertEqual(["say on"], self.after("classy"))
         self.after("quiet please", "long road", "lengthy")
         self.corvid.hears("the end")
