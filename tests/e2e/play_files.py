@@ -7,7 +7,6 @@ import unittest
 from corvid_json import Corvid, Server, prepared_folder, receive
 
 
-
 class DataFiles(unittest.TestCase):
     def setUp(self):
         self.server = Server()
