@@ -46,9 +46,9 @@ class Corvid:
     def line(self, text):
         self.send(line=text)
 
-    def until(self, test, what):
+    def until(self, test, what, seconds=LIMIT):
         """The first event from now on that passes the test; all on the way are kept in seen."""
-        limit = time.monotonic() + LIMIT
+        limit = time.monotonic() + seconds
         while True:
             try:
                 event = self.lines.get(timeout=max(0.01, limit - time.monotonic()))
@@ -65,9 +65,9 @@ class Corvid:
         return self.until(lambda e: e["event"] == name and all(e.get(k) == v for k, v in fields.items()),
                           f"{name} {fields}")
 
-    def hears(self, piece, channel=None):
+    def hears(self, piece, channel=None, seconds=LIMIT):
         return self.until(lambda e: e["event"] == "speech" and piece in e["text"] and channel in (None, e["channel"]),
-                          f"the words {piece!r}")
+                          f"the words {piece!r}", seconds)
 
     def sent_by(self, line):
         """What a typed line sends to the game. It has run to its end before the next one is typed, since a line that
