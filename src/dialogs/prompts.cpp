@@ -138,12 +138,11 @@ std::string Prompts::PickList(const std::string& list) {
     const std::size_t colon = item.find(':');
     std::string label = item.substr(0, colon);
     std::string value = colon == std::string::npos ? label : item.substr(colon + 1);
-    if (Upper(label) == "P" && colon != std::string::npos) {
+    if (SameText(label, "P")) {
       prompt = Replace(value, "\\&1", ":");
       continue;
     }
-    if (label.empty()) continue;
-    if (label[0] == '*') {
+    if (label.starts_with('*')) {
       label.erase(0, 1);
       if (colon == std::string::npos) value = label;
       start = static_cast<int32>(labels.size());

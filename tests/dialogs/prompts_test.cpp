@@ -188,8 +188,10 @@ TEST_F(PromptsTest, PickListOffersLabelsAndGivesValues) {
     int32 row;  // -1: as it was at first
     const char* value;
   };
-  for (const Case& given : {Case{"red|green|blue", 1, "green"}, Case{"P:Which?|red:1|*green:2|blue:3", -1, "2"},
-                            Case{"a\\&1b:x\\&1y|c", 0, "x:y"}, Case{"*only", -1, "only"}}) {
+  for (const Case& given :
+       {Case{"red|green|blue", 1, "green"}, Case{"P:Which?|red:1|*green:2|blue:3", -1, "2"},
+        Case{"a\\&1b:x\\&1y|c", 0, "x:y"}, Case{"*only", -1, "only"}, Case{"*a:1|*b:2|c:3", -1, "2"},
+        Case{"a|:nameless|c", 1, "nameless"}, Case{"a|p|c", 1, "c"}, Case{"a:b:c|d", 0, "b:c"}, Case{"a:|b", 0, ""}}) {
     MemoryFace::Answer answer{"OK", {}, {}, {}};
     if (given.row >= 0) answer.Rows[1] = given.row;
     memory.face.Will(answer);
@@ -201,10 +203,19 @@ TEST_F(PromptsTest, PickListSpeaksItsPromptAndCaption) {
   memory.face.Will("Cancel");
   EXPECT_EQ(prompts.PickList("P:Which way?|north|south"), "");
   EXPECT_EQ(Spoken(), (std::vector<std::string>{"5 Select", "5 Which way?", "5w Variables", "5w north"}));
+  memory.effects.Clear();
+  memory.face.Will("Cancel");
+  EXPECT_EQ(prompts.PickList("north|p:Which\\&1 way?"), "");
+  EXPECT_EQ(Spoken(), (std::vector<std::string>{"5 Select", "5 Which: way?", "5w Variables", "5w north"}));
+  memory.effects.Clear();
+  memory.face.Will("Cancel");
+  EXPECT_EQ(prompts.PickList("north|P"), "") << "without a value the label is the prompt";
+  EXPECT_EQ(Spoken(), (std::vector<std::string>{"5 Select", "5 P", "5w Variables", "5w north"}));
 }
 
 TEST_F(PromptsTest, PickListWithoutChoicesAsksNothing) {
   EXPECT_EQ(prompts.PickList("P:Which way?"), "");
+  EXPECT_EQ(prompts.PickList("P"), "");
   EXPECT_EQ(prompts.PickList(""), "");
   EXPECT_TRUE(memory.effects.Of("dialog").empty());
 }
