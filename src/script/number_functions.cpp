@@ -42,11 +42,12 @@ std::string Min(FunctionCall& call) {
 }
 
 std::string Random(FunctionCall& call) {
-  const auto low = static_cast<float>(call.Number(1));
-  const auto high = static_cast<float>(call.Number(2));
+  const float low = ToFloat(call.Number(1));
+  const float high = ToFloat(call.Number(2));
+  const float range = ToFloat(double{high} - low + 1.0);
   const float r = std::uniform_real_distribution<float>(0.0F, 1.0F)(call.world.random);
   // A large range is coarse in single precision: rounding must not carry the number past the end.
-  const float number = std::floor(r * (high - low + 1.0F) + low);
+  const float number = std::floor(r * range + low);
   return NumberText(high >= low ? std::min(number, std::floor(high)) : number);
 }
 

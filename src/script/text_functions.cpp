@@ -9,7 +9,7 @@ namespace corvid {
 
 namespace {
 
-std::size_t Count(int32 count) {
+std::size_t Count(std::int64_t count) {
   if (count < 0) throw Fault(FaultKind::Index, "A count is below 0");
   return static_cast<std::size_t>(count);
 }
@@ -38,9 +38,9 @@ std::string Copy(FunctionCall& call) {
 
 std::string Delete(FunctionCall& call) {
   const std::string& text = call.Text(1);
-  const int32 start = call.Whole(2);
+  const std::int64_t start = call.Whole(2);
   std::string result = text.substr(0, std::min(text.size(), Count(start - 1)));
-  const std::int64_t behind = std::int64_t{start} + call.Whole(3);
+  const std::int64_t behind = start + call.Whole(3);
   // Kept: the last character is lost when exactly it would remain.
   if (behind < static_cast<std::int64_t>(text.size())) result += From(text, behind);
   return result;

@@ -1,11 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "script/values.h"
 
+#include <limits>
+
+#include "core/fault.h"
 #include "core/number.h"
 #include "core/text.h"
 #include "script/symbols.h"
 
 namespace corvid {
+
+namespace {
+
+// A number that nothing can hold is outside every range.
+double ValueOrInfinity(std::string_view number) {
+  try {
+    return Val(number);
+  } catch (const Fault&) {
+    return std::numeric_limits<double>::infinity();
+  }
+}
+
+}  // namespace
 
 int32 ValidValue(std::string_view t, int16 parameter, int32 MinVal, int32 MaxVal, std::string& ErrorDescription) {
   if (!ErrorDescription.empty()) return 0;
@@ -14,7 +30,7 @@ int32 ValidValue(std::string_view t, int16 parameter, int32 MinVal, int32 MaxVal
     ErrorDescription = start + "numeric";
     return 0;
   }
-  const double value = Val(t);
+  const double value = ValueOrInfinity(t);
   if (value < MinVal || value > MaxVal) {
     ErrorDescription = start + "in the range " + std::to_string(MinVal) + " and " + std::to_string(MaxVal);
     return 0;

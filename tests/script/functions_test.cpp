@@ -6,97 +6,15 @@
 #include <set>
 
 #include "core/number.h"
-#include "fakes.h"
-#include "platform/sockets.h"
-#include "script/expansion.h"
-#include "script/expression.h"
+#include "library.h"
 #include "script/lists.h"
 #include "script/values.h"
-#include "sessions/session_state.h"
 
 namespace corvid {
 namespace {
 
+using testing_script::Library;
 using testing_script::Script;
-
-class FakeSockets : public Sockets {
- public:
-  void SetEvents(SocketEvents*) override {}
-  void Create(int16) override {}
-  bool Connected(int16 Index) const override { return Open.count(Index) != 0; }
-  bool Connecting(int16) const override { return false; }
-  bool PortKnown(const std::string&) const override { return true; }
-  int Connect(int16, const std::string&, const std::string&, int) override { return 0; }
-  int Disconnect(int16) override { return 0; }
-  int Read(int16, char*, int) override { return -1; }
-  int Write(int16, std::string_view) override { return -1; }
-  int LastError(int16) const override { return 0; }
-  std::set<int16> Open;
-};
-
-class FakePrompter : public Prompter {
- public:
-  int16 MsgBox(const std::string&, int16, const std::string&) override { return 0; }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
-  std::string PickList(const std::string& list) override { return "picked from " + list; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return ""; }
-};
-
-class Library : public testing::Test, protected Script {
- protected:
-  Library() {
-    symbols.LoadSystemVariables();
-    Set("list", "a|b|c");
-    Set("x", "5");
-    Set("name", "Bob");
-    Set("note", "about @x");
-    sessions.SessionHigh = 3;
-    for (Table<std::string>* column : {&sessions.SessionRef, &sessions.PartialLine}) column->Resize(3);
-    sessions.HistoryLines.Resize(3);
-    sessions.HistoryPos.Resize(3);
-    sessions.SessionRef[1] = "gandalf";
-    sessions.SessionRef[2] = "Frodo";
-    sessions.SessionRef[3] = "frodo";
-    sockets.Open = {2};
-    for (Table<std::string>* column :
-         {&sessions.CharacterName, &sessions.Password, &sessions.CharacterRef, &sessions.MudName})
-      column->Resize(2);
-    sessions.CharacterName[2] = "Frodo Baggins";
-    sessions.Password[2] = "ring";
-    sessions.CharacterRef[2] = "FRODO";
-    sessions.MudName[2] = "Shire";
-    state.CurrentSocket = 1;
-    sessions.HistoryPos[1] = 1;
-    for (std::size_t i = 0; i < 10; ++i) sessions.HistoryLines[1][i] = "line" + std::to_string(i);
-    state.AbbreviationCount = 2;
-    symbols.resizeCommand(windowtype::Abbreviations, 2);
-    state.AbbreviationFrom[1] = "N";
-    state.AbbreviationTo[1] = "S";
-    state.AbbreviationFrom[2] = "UP";
-    state.AbbreviationTo[2] = "DOWN";
-  }
-
-  std::string Explode(const std::string& text, OwnerId owner = 0) {
-    std::string error;
-    const std::string result = expansion.ExplodeVariable(text, error, rvar, 0, owner);
-    return error.empty() ? result : "!! " + error;
-  }
-
-  SessionState sessions;
-  FakeSockets sockets;
-  FakePrompter prompter;
-  ExpressionEvaluator expressions{options};
-  Functions functions{FunctionWorld{state, symbols, expressions, sessions, sockets, prompter, [](int32 number) {
-                                      if (number < 1 || number > 10) throw Fault(FaultKind::Index, "file");
-                                      return number != 3;
-                                    }}};
-  Expansion expansion{state, options, symbols, functions, [] { return std::string(); }};
-  Parameters rvar;
-};
 
 struct Row {
   const char* text;
@@ -131,6 +49,9 @@ TEST_F(Library, Texts) {
            Row{"%DELETE(abcde,1,99)", ""},
            Row{"%DELETE(abcde,9,1)", "abcde"},
            Row{"%DELETE(abcde,0,1)", "!! Error in one of the arguments in function DELETE"},
+           Row{"%DELETE(abcde,3,-1)", "abbcde"},
+           Row{"%DELETE(abcde,-2147483648,1)", "!! Error in one of the arguments in function DELETE"},
+           Row{"%DELETE(abcde,2147483647,2147483647)", "abcde"},
            Row{"%DELETE(abcde,1,-5)", "!! Error in one of the arguments in function DELETE"},
            Row{"%IFWORD(B,a b c)", "1"},
            Row{"%IFWORD(d,a b c)", "0"},
@@ -142,6 +63,10 @@ TEST_F(Library, Texts) {
            Row{"%LEFT(abc,9)", "abc"},
            Row{"%LEFT(abc,0)", ""},
            Row{"%LEFT(abc,-1)", "!! Error in one of the arguments in function LEFT"},
+           Row{"%LEFT(abc,2.5)", "ab"},
+           Row{"%LEFT(abc,2147483647)", "abc"},
+           Row{"%LEFT(abc,2147483648)", "!! Error in one of the arguments in function LEFT"},
+           Row{"%LEFT(abc,1E999)", "!! Error in one of the arguments in function LEFT"},
            Row{"%LEFT(abc)", "!! Wrong number of arguments for function LEFT"},
            Row{"%LENGTH()", "0"},
            Row{"%LENGTH(abc)", "3"},
@@ -168,6 +93,7 @@ TEST_F(Library, Texts) {
            Row{"%RIGHT(abc,9)", "abc"},
            Row{"%RIGHT(abc,-1)", "!! Error in one of the arguments in function RIGHT"},
            Row{"%WORD(a b c, ,2)", "b"},
+           Row{"%WORD(a b c, ,2.5)", "b"},
            Row{"%WORD(a b c, ,9)", "c"},
            Row{"%WORD(a b c, ,0)", "!! Error in one of the arguments in function WORD"},
            Row{"%WORD(a--b,--,2)", "b"},
@@ -211,6 +137,7 @@ TEST_F(Library, Lists) {
            Row{"%SORT(b|a|B|A,1)", "b|B|a|A"},
            Row{"%SORT(,0)", ""},
            Row{"%SORT(a,0)", "a"},
+           Row{"%SORT(b|a,-1)", "b|a"},
            Row{"%SORT(b|a)", "!! Error in one of the arguments in function SORT"},
            Row{"%SORT(b|a,x)", "!! Error in one of the arguments in function SORT"},
        })
@@ -233,6 +160,7 @@ TEST_F(Library, Numbers) {
            Row{"%CASE(1,a,b)", "a"},
            Row{"%CASE(0,a,b)", "0"},
            Row{"%CASE(1-1,a,b)", "0"},
+           Row{"%CASE(2.5,a,b,c)", "b"},
            Row{"%CASE(3,a,b)", ""},
            Row{"%CASE(-1,a,b)", ""},
            Row{"%CASE(x,a,b)", "!! Argument 1 must be numeric in function CASE"},
@@ -280,6 +208,8 @@ TEST_F(Library, RandomStaysInItsRange) {
     EXPECT_LE(number, -1);
   }
   EXPECT_EQ(Explode("%RANDOM(7,7)"), "7");
+  for (const char* tooWide : {"%RANDOM(1,1E300)", "%RANDOM(-1E300,1)", "%RANDOM(-3E38,3E38)"})
+    EXPECT_EQ(Explode(tooWide), "!! Error in one of the arguments in function RANDOM") << tooWide;
 }
 
 TEST_F(Library, Program) {
@@ -300,6 +230,9 @@ TEST_F(Library, Program) {
            Row{"%LASTLINE(3)", "line9"},
            Row{"%LASTLINE(10)", "line2"},
            Row{"%LASTLINE(12)", "line0"},
+           Row{"%LASTLINE(0)", "line2"},
+           Row{"%LASTLINE(2147483647)", "!! Error in one of the arguments in function LASTLINE"},
+           Row{"%LASTLINE(-2147483648)", "!! Error in one of the arguments in function LASTLINE"},
            Row{"%LASTLINE(13)", "!! Error in one of the arguments in function LASTLINE"},
            Row{"%PICK(a:1|b:2)", "picked from a:1|b:2"},
            Row{"%SWITCHDIRECTION(n)", "S"},
@@ -372,6 +305,14 @@ TEST(Values, RangesAndTables) {
   error.clear();
   EXPECT_EQ(ValidValue("500", 5, 0, 100, error), 0);
   EXPECT_EQ(error, "Parameter 4 must be in the range 0 and 100");
+  for (const char* outside : {"-1", "100.5", "-0.1", "1E999", "-1E999"}) {
+    error.clear();
+    EXPECT_EQ(ValidValue(outside, 2, 0, 100, error), 0);
+    EXPECT_EQ(error, "Parameter 1 must be in the range 0 and 100") << outside;
+  }
+  error.clear();
+  EXPECT_EQ(ValidValue("", 2, 0, 100, error), 0);
+  EXPECT_EQ(error, "Parameter 1 must be numeric");
   EXPECT_EQ(ConvertToInteger(32767), 32767);
   EXPECT_THROW(ConvertToInteger(32768), Fault);
 
