@@ -8,12 +8,12 @@
 
 namespace corvid {
 
-// Every call fails and tells so.
+// For houses whose tests call no function: every call fails and tells so.
 class NoFunctions : public FunctionLibrary {
  public:
   std::string ExecuteFunction(const std::string& functionName, FunctionArguments&, int16, std::string& ErrorDescription,
                               OwnerId, Expansion&) override {
-    ErrorDescription = "Functions are not built yet: " + functionName;
+    ErrorDescription = "This house has no function " + functionName;
     return "";
   }
 };

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes.h"
-#include "support_functions.h"
+#include "script/function_library.h"
 
 namespace corvid {
 namespace {
@@ -175,6 +175,9 @@ TEST_F(Expand, FunctionCalls) {
            Row{"%CONNECTED(x)", "1"},
            Row{"%CONNECTED(x).", "1."},
            Row{"%CONNECTED(x)y", "CONNECTED[x]y"},
+           Row{"%LEFT(abc,1)~@x", "a~@x"},   // an escaped character becomes part of the name that goes on
+           Row{"%LEFT(abc,2)(xyz,1)", "x"},  // a second list calls again
+           Row{"%1(x)", "one"},              // the parameter of that number replaces the result
            Row{"%SHOW()", "SHOW[]"},
            Row{"%SHOW(a, b ,c)", "SHOW[a][ b ][c]"},
            Row{"%show(a)", "show[a]"},
@@ -260,14 +263,6 @@ TEST_F(Expand, GameTextStaysData) {
   rvar.Set(1, ";#{}@x%CHAR~%LEFT(a,1)");
   EXPECT_EQ(Explode("got %1!"), "got ;#{}@x%CHAR~%LEFT(a,1)!");
   EXPECT_EQ(Explode("%SHOW(%1)"), "SHOW[;#{}@x%CHAR~%LEFT(a,1)]");
-}
-
-TEST_F(Expand, FunctionsThatAreNotBuiltSaySo) {
-  NoFunctions none;
-  Expansion bare{state, options, symbols, none, [] { return std::string(); }};
-  std::string error;
-  EXPECT_EQ(bare.ExplodeVariable("%LEFT(a,1)", error, rvar, 0, 0), "");
-  EXPECT_EQ(error, "Functions are not built yet: LEFT");
 }
 
 }  // namespace

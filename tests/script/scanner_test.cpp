@@ -294,6 +294,17 @@ TEST_F(Buffer, JoinsLinesUntilBracesBalance) {
   EXPECT_EQ(runner.Texts(), (Texts{"#alias x {\r\n say hi\r\n  say there\r\n}", "#b"}));
 }
 
+TEST_F(Buffer, TabsAreBlanksUnlessEscaped) {
+  EXPECT_EQ(Run("\t#a\tb {\tc}\r\n#d ~\te"), 0);
+  EXPECT_EQ(runner.Texts(), (Texts{" #a b { c}", "#d ~\te"}));
+}
+
+TEST_F(Buffer, ACommentInTheFirstColumnIsLoggedAndReadsAsEmpty) {
+  EXPECT_EQ(Run("// all\r\n#a {\r\n// in between }\r\n}"), 0);
+  EXPECT_EQ(runner.Texts(), Texts{"#a {\r\n\r\n}"});
+  EXPECT_EQ(errors.Unknown.size(), 2U);
+}
+
 TEST_F(Buffer, CommentsDisturbNoStatement) {
   EXPECT_EQ(Run("; first {\r\n#alias x {\r\n  ; inner }\r\nsay hi // and {\r\n}\r\n  ; last"), 0);
   EXPECT_EQ(runner.Texts(), (Texts{"#alias x {\r\nsay hi\r\n}"}));

@@ -61,6 +61,7 @@ TEST_F(Variables, DefaultIsTheValueUnlessGiven) {
   symbols.AddVariable("b", "1", 0, error, "9");
   symbols.AddVariable("c", "1", 0, error, "");
   Set("a", "2");
+  symbols.AddVariable("b", "2", 0, error, "7");
   EXPECT_EQ(state.VariableDefaults[1], "1");
   EXPECT_EQ(state.VariableValues[1], "2");
   EXPECT_EQ(state.VariableDefaults[2], "9");
@@ -152,6 +153,14 @@ TEST_F(Aliases, KeepTheirCaseAndStandSorted) {
   EXPECT_EQ(state.AliasNames[2], "Bank");
   EXPECT_EQ(state.AliasOriginals[3], "orig go w");
   EXPECT_EQ(Value(symbols.FindAlias("BANK", 0, true)), "go bank");
+}
+
+TEST_F(Aliases, BlanksAroundANameDoNotHideIt) {
+  Add(" hail ", "one");
+  EXPECT_EQ(state.AliasNames[1], " hail ");
+  Add("Hail", "two");
+  EXPECT_EQ(state.AliasCount, 1);
+  EXPECT_EQ(Value(symbols.FindAlias("hail", 0, true)), "two");
 }
 
 TEST_F(Aliases, ReplacingKeepsTheOwnerAndTheFlags) {
