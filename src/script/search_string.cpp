@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "script/options_state.h"
 #include "script/script_state.h"
+#include "script/statement_text.h"
 
 namespace corvid {
 
@@ -19,15 +20,6 @@ constexpr std::size_t Nowhere = std::string::npos;
 
 char Raised(char c) {
   return static_cast<char>(static_cast<unsigned char>(c) ^ 0x80U);
-}
-
-std::string RemoveEscapeCoding(const std::string& text) {
-  std::string plain;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool coded = text[i] == EscapeMark && i + 1 < text.size();
-    plain += coded ? Raised(text[++i]) : text[i];
-  }
-  return plain;
 }
 
 std::string WithoutName(const std::string& text) {

@@ -88,6 +88,9 @@ TEST(ConvertSearchString, Table) {
                 "a",
                 "d"}},
            Row{"~*a*b", "*a*b", {"*a", "b"}},
+           // The code that marks an escape goes wherever it stands, and only where something was escaped.
+           Row{"a\x7f~*b\x7f", "a*b", {"a*b"}},
+           Row{"a\x7f*b", "a\x7f*b", {"a\x7f", "b"}},
            // Behind a name in front, the text after an escape begins again as many characters earlier.
            Row{"<x>a~*b", "a*a*b", {"a*a*b"}},
            Row{"<x>~*~*c", "*>**c", {"*>**c"}},
