@@ -76,6 +76,7 @@ bool SoundLines::IsSoundLine(std::string_view line) {
 }
 
 void SoundLines::msp(std::string_view l) {
+  l = TrimView(l);
   if (l.size() < HeadLength) return;
   const bool isSound = UpperChar(l[2]) == 'S';
   Request request = Read(l);
@@ -91,10 +92,11 @@ void SoundLines::msp(std::string_view l) {
   Play(isSound, std::move(request));  // PUMP
 }
 
-// Kept: the last character is taken for the bracket and goes, whatever it is; unknown words are passed over.
+// Kept: the last character is taken for the bracket and goes, whatever it is; a blank in front leaves no name; unknown
+// words are passed over.
 SoundLines::Request SoundLines::Read(std::string_view l) {
   Request request;
-  std::string text = Trim(l.substr(HeadLength));
+  std::string text(l.substr(HeadLength));
   if (!text.empty()) text.pop_back();
   const std::vector<std::string> words = Split(Replace(text, "/", "\\"), " ");
   if (words.empty()) return request;

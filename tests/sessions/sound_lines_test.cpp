@@ -58,7 +58,8 @@ TEST_F(SoundLinesTest, PlaysWhatTheLineAsksFor) {
       {"!!SOUND(x V=99999999999999999999999)", "x.wav 0 0 22050 once background"},
       {"!!SOUND(x.wav", "0 sounds"},  // the last character goes
       {"!!SOUND(x.wav )", "x.wav 0 0 22050 once background"},
-      {"!!SOUND( x.wav)", "x.wav 0 0 22050 once background"},
+      {"!!SOUND( x.wav)", "0 sounds"},  // the name ends at the first blank
+      {"!!SOUND  ", "0 sounds"},
       {"!!SOUND(x.wav)  ", "x.wav 0 0 22050 once background"},
       {"!!MUSIC(x.wav)", "x.wav 0 0 22050 once background"},
       {"!!MUSIC(song)", "song.mp3 0 0 22050 once background"},
