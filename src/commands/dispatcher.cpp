@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "commands/dispatcher.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "commands/command_table.h"
@@ -83,7 +84,14 @@ void Dispatcher::ProcessCommand(const std::string& inlineText, int16& options, s
 }
 
 void Dispatcher::SortTriggers() {
-  house_.script.Triggers.Sort(house_.script.TriggerCount);
+  TriggerTable& table = house_.script;
+  if (table.TriggerCount < 2) return;
+  table.Triggers.Sort(table.TriggerCount);
+  int16 last = table.TriggerCount;
+  while (last > 0 && table.Triggers.Read(last).SortKey == "ZZZ") --last;  // rows with this key leave the table
+  if (last == table.TriggerCount) return;
+  table.TriggerCount = last;
+  table.Triggers.Resize(std::max<int16>(last, 1));
 }
 
 // False when there is nothing left to do.

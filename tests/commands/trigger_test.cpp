@@ -204,6 +204,21 @@ TEST_F(TriggerTest, ADefinitionWithoutAPlayerWaitsForTheNextSort) {
   EXPECT_EQ(Searches(), (Lines{"a", "b"}));
 }
 
+TEST_F(TriggerTest, ASortDropsTheRowsThatSayTheyAreLast) {
+  Do("#TRIGGER {a} {x};#TRIGGER {b} {x};#TRIGGER {c} {x}");
+  script.Triggers[1].SortKey = script.Triggers[2].SortKey = "ZZZ";
+  dispatcher.SortTriggers();
+  EXPECT_EQ(Searches(), (Lines{"c"}));
+  EXPECT_EQ(script.Triggers.UBound(), 1);
+  Do("#TRIGGER {d} {x}");
+  script.Triggers[1].SortKey = script.Triggers[2].SortKey = "ZZZ";
+  dispatcher.SortTriggers();
+  EXPECT_EQ(script.TriggerCount, 0);
+  EXPECT_EQ(script.Triggers.UBound(), 1) << "one place stays";
+  Do("#TRIGGER {e} {say e}");
+  EXPECT_EQ(Answer("e"), "say e");
+}
+
 TEST_F(TriggerTest, AScriptFileIsSortedWhenItIsLoaded) {
   memory.files.Put("/data/t.set", "#TRIGGER {a} {say 1}\r\n#TRIGGER {a*} {#SUBSTITUTE b}\r\n#TRIGGER {*a} {say 2}\r\n");
   int16 channel = 1;
