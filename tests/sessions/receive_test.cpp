@@ -62,6 +62,35 @@ TEST_F(ReceiveTest, ShowsTextWithoutAnyBreakAtOnce) {
   EXPECT_EQ(Spoken(), (Texts{"1 > "}));
 }
 
+TEST_F(ReceiveTest, AHeldLineThatFoundItsEndLeavesTheTimerRunning) {
+  options.CompressOutput = false;
+  Receives(Slot, "abc\r\n>");
+  Receives(Slot, " more\r\n");
+  EXPECT_EQ(Screen(Slot), "abc\r\n\r\n> more\r\n\r\n");
+  Pass(100);
+  EXPECT_EQ(Screen(Slot), "abc\r\n\r\n> more\r\n\r\n\r\n") << "its block is empty, and has one empty line";
+  Pass(1000);
+  EXPECT_EQ(Screen(Slot), "abc\r\n\r\n> more\r\n\r\n\r\n") << "it fires once";
+}
+
+TEST_F(ReceiveTest, TheFirstSlotHasItsTimerFromTheStart) {
+  memory.sockets.Create(0);
+  memory.sockets.Connect(0, "host", "4000", 1000);
+  Pass(1);
+  Receives(0, "abc\r\n>");
+  EXPECT_EQ(state.ReadTimerLoaded[0], 0);
+  Pass(100);
+  EXPECT_EQ(Screen(0), "abc\r\n>\r\n");
+}
+
+TEST_F(ReceiveTest, AHeldLineIsShownThoughTheServerHasGone) {
+  Receives(Slot, "bye\r\n> ");
+  memory.sockets.CloseByPeer(Slot);
+  Pass(100);
+  EXPECT_NE(Screen(Slot).find("> \r\n"), std::string::npos);
+  EXPECT_TRUE(Of("showerror").empty());
+}
+
 TEST_F(ReceiveTest, ScansAHeldIacAgain) {
   Receives(Slot, "a\r\nb\xff\xff");
   EXPECT_EQ(state.PartialLine[Slot], "\nb\xff");
@@ -176,6 +205,32 @@ TEST_F(ReceiveTest, TellsNowAndThenThatGaggingIsInEffect) {
   EXPECT_EQ(state.GagFlags[Slot], gag::OnSpeech);
 }
 
+TEST_F(ReceiveTest, TellsThatABackgroundSessionIsGagged) {
+  Online("amy");
+  state.GagFlags[Slot] = gag::OnDisplay;
+  state.GagNotice[Slot] = static_cast<float>(memory.clock.SecondsSinceMidnight());
+  Pass(6000);
+  Receives(Slot, "a\r\n");
+  EXPECT_EQ(Spoken(), (Texts{"1 Gagging is in effect."}));
+  EXPECT_EQ(Screen(Slot), "");
+  EXPECT_EQ(state.HistoryLines[Slot][1], "a") << "it would have been spoken";
+}
+
+TEST_F(ReceiveTest, EachGagEndsForItself) {
+  state.GagFlags[Slot] = gag::LineSpeech | gag::OnDisplay;
+  state.GagLines[Slot] = 1;
+  Receives(Slot, "one\r\ntwo\r\n");
+  EXPECT_EQ(Spoken(), (Texts{"1 two"}));
+  EXPECT_EQ(state.GagFlags[Slot], gag::OnDisplay) << "only its own command ends it";
+  EXPECT_EQ(Screen(Slot), "");
+  state.GagFlags[Slot] = gag::LineDisplay | gag::OnSpeech;
+  state.GagLines[Slot] = 1;
+  Receives(Slot, "three\r\nfour\r\n");
+  EXPECT_EQ(Screen(Slot), "four\r\n");
+  EXPECT_EQ(state.GagFlags[Slot], gag::OnSpeech);
+  EXPECT_EQ(state.GagLines[Slot], -1) << "it is not counted further down";
+}
+
 TEST_F(ReceiveTest, CountsTheSecondsOfANoticeOverMidnight) {
   memory.clock.SetNow({2026, 1, 15, 23, 59, 58});
   state.GagFlags[Slot] = gag::OnSpeech;
@@ -206,6 +261,14 @@ TEST_F(ReceiveTest, BatchesWrappedLines) {
   EXPECT_EQ(Spoken(),
             (Texts{"1  " + longLine + " " + longLine + " end.", "1  short", "1  " + longLine, "1  " + longLine}))
       << "a blank line and the block's end flush too";
+}
+
+TEST_F(ReceiveTest, ALineOfSixtyFiveCharactersCountsAsWrapped) {
+  options.BatchSpeech = true;
+  const std::string whole(64, 'x');
+  const std::string wrapped(65, 'y');
+  Receives(Slot, whole + "\r\n" + wrapped + "\r\nz\r\n");
+  EXPECT_EQ(Spoken(), (Texts{"1  " + whole, "1  " + wrapped + " z"}));
 }
 
 TEST_F(ReceiveTest, DropsABatchThatASwitchOfTheOptionCutsOff) {
@@ -249,6 +312,26 @@ TEST_F(ReceiveTest, WritesColoursAtOnceAndRestoresTheCaret) {
   Receives(Slot, "more\r\n");
   EXPECT_EQ(Screen(Slot), "red\r\n");
   EXPECT_EQ(state.OutputBuffer[Slot], "more\r\n");
+}
+
+TEST_F(ReceiveTest, WhatWaitedForAColourSelectionComesBehindWhatIsWrittenAtOnce) {
+  options.ColourDisplay = true;
+  output.SelectOutputWindow(true);
+  Receives(Slot, "one\r\n");
+  state.OutputWindow(Slot).Select(0, 3);
+  Receives(Slot, "two\r\n");
+  state.OutputWindow(Slot).SetSelLength(0);
+  Receives(Slot, "three\r\n");
+  EXPECT_EQ(Screen(Slot), "one\r\nthree\r\ntwo\r\n");
+}
+
+TEST_F(ReceiveTest, ASelectionThatStaysIsNotLostToALineThatIsNotShown) {
+  options.ColourDisplay = true;
+  output.SelectOutputWindow(true);
+  Receives(Slot, "one\r\n");
+  state.OutputWindow(Slot).Select(0, 3);
+  Receives(Slot, "!!SOUND(x.wav)\r\n");
+  EXPECT_EQ(state.OutputWindow(Slot).SelText(), "one");
 }
 
 TEST_F(ReceiveTest, KeepsTheColourViewportToSize) {
@@ -332,6 +415,8 @@ TEST_F(ReceiveTest, EndsTheConnectionWhenAnAnswerFails) {
            "lost\r\n\xff\xfb\x01"
            "lost too\r\n");
   EXPECT_EQ(Of("showerror"), (Texts{"An error occurred during the write.  Error 32"}));
+  const std::string told = memory.effects.Transcript();
+  EXPECT_LT(told.find("showerror"), told.find("closed")) << told;
   EXPECT_FALSE(memory.sockets.Connected(Slot));
   EXPECT_EQ(Screen(Slot), "");
   EXPECT_EQ(script.SystemValues[sysvar::CONNECTED], "0");
