@@ -63,7 +63,7 @@ Logs::~Logs() = default;
 
 std::string Logs::LogName(int16 Index) const {
   const DateTime now = platform_.clock.Now();
-  std::string name = options_.LogsFolder + FileStem(sessions_.SessionRef[Index]) + " " + DateText(now);
+  std::string name = FileStem(sessions_.SessionRef[Index]) + " " + DateText(now);
   // Kept: hour and second, unpadded. Players and their tools know the logs by these names.
   if (options_.LogBySession) name += " " + std::to_string(now.Hour) + "." + std::to_string(now.Second);
   return name + ".txt";
@@ -72,8 +72,13 @@ std::string Logs::LogName(int16 Index) const {
 void Logs::OpenLog(int16 Index) {
   CloseLog(Index);
   if (!options_.OutputLog) return;
-  if (LogFile.UBound() < Index) LogFile.Resize(Index);
-  LogFile[Index] = platform_.files.OpenAppend(LogName(Index), Privacy::Private);
+  if (LogFile.UBound() < Index) {
+    LogFile.Resize(Index);
+    openName_.Resize(Index);
+  }
+  const std::string name = LogName(Index);
+  LogFile[Index] = platform_.files.OpenAppend(options_.LogsFolder + name, Privacy::Private);
+  openName_[Index] = name;
   sessions_.LogOpen[Index] = 1;
 }
 
@@ -104,6 +109,14 @@ void Logs::Flush(int16 Index) {
   if (Index <= LogFile.UBound() && LogFile[Index]) LogFile[Index]->Flush();
 }
 
+// A session that has been up for long still writes to a log of an old day: without its name the rest of the game would
+// go nowhere.
+bool Logs::IsOpen(const std::string& name) const {
+  for (int32 slot = 0; slot <= LogFile.UBound(); ++slot)
+    if (LogFile[slot] && SameText(openName_[slot], name)) return true;
+  return false;
+}
+
 void Logs::RemoveOldLogs() {
   const DateTime now = platform_.clock.Now();
   const auto today = DayOf(now.Year, now.Month, now.Day);
@@ -115,7 +128,7 @@ void Logs::RemoveOldLogs() {
   }
   for (const std::string& name : names) {
     const std::optional<std::chrono::sys_days> date = DateInName(name);
-    if (!date || (today - *date).count() <= options_.LogRetentionDays) continue;
+    if (!date || (today - *date).count() <= options_.LogRetentionDays || IsOpen(name)) continue;
     try {
       platform_.files.Remove(options_.LogsFolder + name);
     } catch (const Fault&) {  // a log that stays is no reason to keep the others

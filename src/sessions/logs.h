@@ -27,16 +27,19 @@ class Logs {
   // Adds text and a line end to an open log. A Fault when the disk refuses; the log stays open.
   void WriteLog(int16 Index, std::string_view text);
   void Flush(int16 Index);  // to the disk what was written since; nothing to do is no error
-  // Deletes each file of the logs folder whose name holds a date more than LogRetentionDays ago. Never throws.
+  // Deletes each file of the logs folder whose name holds a date more than LogRetentionDays ago, except a log that is
+  // open. Never throws.
   void RemoveOldLogs();
 
  private:
   std::string LogName(int16 Index) const;
+  bool IsOpen(const std::string& name) const;
 
   OptionsState& options_;
   SessionState& sessions_;
   Platform& platform_;
   Table<std::unique_ptr<AppendFile>> LogFile;
+  Table<std::string> openName_;  // of each open log, without the folder
 };
 
 }  // namespace corvid

@@ -80,6 +80,29 @@ TEST_F(LogsTest, KeepsTheLastDayAndRemovesTheNext) {
   EXPECT_EQ(Names(), (Texts{"bob 2026-03-01.txt"}));
 }
 
+TEST_F(LogsTest, KeepsALogThatIsStillWritten) {
+  memory.clock.SetNow({2026, 3, 1, 23, 59, 59});
+  logs.OpenLog(0);
+  memory.clock.SetNow({2026, 6, 1, 12, 0, 0});
+  logs.RemoveOldLogs();
+  logs.WriteLog(0, "the game goes on");
+  EXPECT_EQ(memory.files.ReadWhole("/data/logs/bob 2026-03-01 23.59.txt"), "the game goes on\r\n");
+  logs.CloseLog(0);
+  logs.RemoveOldLogs();
+  EXPECT_TRUE(Names().empty()) << "closed, it is as old as the others";
+}
+
+TEST_F(LogsTest, GivesEachSessionItsOwn) {
+  sessions.ResizeConnections(2);
+  state.SessionRef[1] = "amy";
+  state.SessionRef[2] = "";
+  for (const int16 slot : {int16{0}, int16{1}, int16{2}}) logs.OpenLog(slot);
+  for (const int16 slot : {int16{0}, int16{1}, int16{2}}) logs.WriteLog(slot, std::to_string(slot));
+  EXPECT_EQ(Names(), (Texts{" 2026-01-15 12.0.txt", "amy 2026-01-15 12.0.txt", "bob 2026-01-15 12.0.txt"}));
+  EXPECT_EQ(memory.files.ReadWhole("/data/logs/amy 2026-01-15 12.0.txt"), "1\r\n");
+  EXPECT_EQ(memory.files.ReadWhole("/data/logs/ 2026-01-15 12.0.txt"), "2\r\n");
+}
+
 TEST_F(LogsTest, GoesOnBehindAFileThatStays) {
   memory.clock.SetNow({2026, 3, 31, 12, 0, 0});
   for (const char* name : {"a 2020-01-01", "b 2020-01-01", "c 2020-01-01"})
