@@ -38,6 +38,7 @@ int16 Alarms::FreeSlot() {
     if (control_.AlarmNext[slot] > Reusable) return slot;
   const int16 slot = AddInt16(Highest(), 1);
   control_.AlarmCommand.Resize(slot);
+  control_.AlarmBuffer.Resize(slot);
   control_.AlarmChannel.Resize(slot);
   control_.AlarmNext.Resize(slot);
   control_.AlarmPeriod.Resize(slot);
@@ -49,7 +50,10 @@ void Alarms::Set(int16 slot, float period, const std::string* command, int16 cha
   const auto now = static_cast<float>(platform_.clock.SecondsSinceMidnight());
   control_.AlarmPeriod[slot] = period;
   control_.AlarmNext[slot] = period < 0 ? now - period : now + period;
-  if (command != nullptr) control_.AlarmCommand[slot] = *command;
+  if (command != nullptr) {
+    control_.AlarmCommand[slot] = *command;
+    control_.AlarmBuffer[slot] = script_.DefiningBuffer;
+  }
   control_.AlarmChannel[slot] = channel;
   if (!Alarm->Enabled() && control_.AlarmNext[slot] < ControlState::FreeAlarm) Alarm->SetEnabled(true);
 }
@@ -68,6 +72,7 @@ void Alarms::StartIfAnyActive() {
 void Alarms::CancelAll() {
   Alarm->SetEnabled(false);
   control_.AlarmCommand.Resize(1);
+  control_.AlarmBuffer.Resize(1);
   control_.AlarmChannel.Resize(1);
   control_.AlarmNext.Resize(1);
   control_.AlarmPeriod.Resize(1);
@@ -109,10 +114,12 @@ void Alarms::Run(int16 slot) {
   const std::string command = control_.AlarmCommand[slot];
   int16 channel = control_.AlarmChannel[slot];
   int16 options = 0;
-  std::string problem;  // reported by the line itself; alarms belong to no file
+  const int16 definedIn = control_.AlarmBuffer[slot];
+  std::string problem;
   Parameters none;
   script_.CommandDepth = 0;
-  upcalls_.commands.ProcessCommand(command, options, problem, none, channel);  // PUMP
+  upcalls_.commands.ProcessCommand(command, options, problem, none, channel);  // PUMP: slot is dead
+  if (!problem.empty()) upcalls_.errors.DisplayErrorFile(problem, definedIn);
 }
 
 }  // namespace corvid

@@ -88,7 +88,23 @@ TEST_F(AlarmTest, AnErrorIsReportedAndTheRestGoesOn) {
   memory.loop.Pass(1200);
   EXPECT_EQ(Sent(), "say hi/");
   EXPECT_EQ(Of("speech"), (Lines{"1 error"}));
-  EXPECT_EQ(ErrorLog(), "\r\nBad command #xyz in command: #xyz");
+  EXPECT_EQ(ErrorLog(), "\r\nBad command #xyz in command: #xyz-- Error found in file \r\n===============");
+}
+
+TEST_F(AlarmTest, AnErrorIsToldWithTheScriptThatSetTheAlarm) {
+  scriptFiles.ResizeBuffers(4);
+  buffers.BufferFile[4] = "/data/fight.set";
+  script.DefiningBuffer = 4;
+  Run("#ALARM t -2 {#xyz}");
+  script.DefiningBuffer = 0;
+  Run("#ALARM t -1");  // sooner, and still the script's line
+  Effects();
+  memory.loop.Pass(1200);
+  EXPECT_EQ(ErrorLog(),
+            "\r\nBad command #xyz in command: #xyz-- Error found in file /data/fight.set\r\n===============");
+  ClearErrorLog();
+  memory.loop.Pass(1100);
+  EXPECT_NE(ErrorLog(), "") << "the alarm keeps running";
 }
 
 TEST_F(AlarmTest, AnAlarmMayCancelThemAll) {
@@ -113,6 +129,40 @@ TEST_F(AlarmTest, AnAlarmPastMidnightComes) {
   EXPECT_EQ(Sent(), "");
   memory.loop.Pass(1000);
   EXPECT_EQ(Sent(), "say hi/");
+}
+
+TEST_F(AlarmTest, ARepeatingAlarmGoesOnOverMidnight) {
+  memory.clock.SetNow({2026, 1, 15, 23, 59, 55});
+  Run("#ALARM -2 {say hi}");
+  memory.loop.Pass(13000);
+  EXPECT_EQ(Sent(), "say hi/say hi/say hi/say hi/say hi/say hi/");
+}
+
+TEST_F(AlarmTest, AnAlarmOfTwoDaysComesOnTheThird) {
+  memory.clock.SetNow({2026, 1, 15, 23, 59, 50});
+  Run("#ALARM 86420 {say hi}");  // past the midnight after the next
+  memory.loop.Pass(20000);
+  EXPECT_FLOAT_EQ(control.AlarmNext[1], 86410);
+  EXPECT_EQ(Sent(), "");
+}
+
+TEST_F(AlarmTest, AnAlarmThatWaitsOverMidnightLosesNoOther) {
+  memory.clock.SetNow({2026, 1, 15, 23, 59, 57});
+  Run("#ALARM -1 {say tick};#ALARM 1 {#WAIT 1;say waited};#ALARM 2 {say late}");
+  memory.loop.Pass(8000);
+  const std::string sent = Sent();
+  EXPECT_NE(sent.find("say waited/"), std::string::npos) << sent;
+  EXPECT_NE(sent.find("say late/"), std::string::npos) << sent;
+  EXPECT_TRUE(sent.ends_with("say tick/")) << sent;
+}
+
+TEST_F(AlarmTest, ABackgroundSessionsAlarmsGoOn) {
+  Run("#ALARM -1 {look}");
+  MakeSession(1, "amy", true);
+  script.CurrentSocket = 1;
+  memory.loop.Pass(2500);
+  EXPECT_EQ(Sent(), "look/look/");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "");
 }
 
 TEST_F(AlarmTest, UnAlarmTakesNumbersNamesAndVariables) {
