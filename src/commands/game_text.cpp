@@ -181,6 +181,7 @@ void GameText::WriteLog(CommandCall& call, int16 session, const std::string& tex
     return;
   try {
     house_.logs.WriteLog(session, text);
+    house_.logs.Flush(session);  // a disk that is full is known now, and not when the game answers
   } catch (const std::exception& fault) {
     // A full disk must not keep the player from playing: the log goes off, the line goes on.
     house_.options.OutputLog = false;
@@ -190,9 +191,7 @@ void GameText::WriteLog(CommandCall& call, int16 session, const std::string& tex
 }
 
 void GameText::Display(int16 session, const std::string& text) {
-  std::string& waiting = house_.sessions.OutputBuffer[session];
-  waiting += text;
-  waiting += "\r\n";
+  house_.windows.Queue(session, text + "\r\n");
   house_.windows.DisplayOutputBuffer(session);
 }
 
@@ -230,10 +229,13 @@ void GameText::Write(int16 session, const std::string& text) {
   const std::string line = text + house_.options.LineTerminator;
   const bool asUtf8 = house_.sessions.Utf8Seen[session] != 0;
   if (platform.sockets.Write(session, asUtf8 ? line : ToWire(line)) >= 0) return;
-  house_.upcalls.prompter.MsgBox("An error occurred during the transmission to the Mud.  Error = " +
-                                     std::to_string(platform.sockets.LastError(session)),
-                                 box::OkOnly, "Corvid");
-  platform.sockets.Disconnect(session);
+  // The connection goes before the box opens: while the player reads, an alarm would fail in the same way and open box
+  // upon box, and a new connection could stand in the slot when the box is closed.
+  const int error = platform.sockets.LastError(session);
+  house_.sessionRoutines.DropConnection(session);
+  house_.upcalls.prompter.MsgBox(
+      "An error occurred during the transmission to the Mud.  Error = " + std::to_string(error), box::OkOnly,
+      "Corvid");  // PUMP
 }
 
 }  // namespace corvid

@@ -43,7 +43,7 @@ void FileCommand(CommandCall& call, std::string_view operation) {
 
 void EndSession(CommandHouse& house, int16 session) {
   house.sessions.SessionRef[session].clear();
-  if (house.platform.sockets.Connected(session)) house.platform.sockets.Disconnect(session);
+  if (house.platform.sockets.Connected(session)) house.sessionRoutines.DropConnection(session);
   house.sessions.SessionRef[session].clear();
   house.windows.ClearViewports(session);
   // A disk that refuses the last lines of one log must not keep the other sessions open.

@@ -25,8 +25,10 @@ std::string Sessions::SetFile(int16 MudIndex, const std::string& ending) const {
 
 void Sessions::LoadCharacterSets(int16 Index, int16 flags) {
   Trap trap{upcalls_.errors, "LoadCharacterSets", {std::to_string(Index)}};
+  const int16 row = script_.SocketOwner[Index];
   if ((flags & opening::SkipSets) == 0) {
-    trap.Step([&] { LoadSets(Index, flags); });
+    trap.Step([&] { LoadSets(Index, flags); });  // PUMP
+    if (!StillOwns(Index, row)) return;
     sessions_.ScriptChanged.at(static_cast<std::size_t>(Index)) = false;  // all that is there came from files
   }
   trap.Step([&] {

@@ -51,7 +51,7 @@ void Sessions::ResizeConnections(int16 i) {
   const bool first = !sessions_.EditViewPortR[0];
   if (!first && i <= sessions_.EditViewPortR.UBound()) return;
   const int16 from = first ? int16{0} : static_cast<int16>(sessions_.EditViewPortR.UBound() + 1);
-  ResizeAll(i, script_.SocketOwner, script_.CurrentClass, openFlags_, sessionBefore_);
+  ResizeAll(i, script_.SocketOwner, script_.CurrentClass, openFlags_, sessionBefore_, openings_);
   ResizeAll(i, sessions_.SessionMud, sessions_.SessionName, sessions_.SessionRef, sessions_.MudFolder,
             sessions_.TriggerEnabled, sessions_.AliasEnabled, sessions_.KeyEnabled, sessions_.LogEntriesEnabled,
             sessions_.MspOn, sessions_.Utf8Seen, sessions_.ScriptsLoaded, sessions_.LogOpen);
@@ -139,12 +139,20 @@ void Sessions::DisconnectAndTell(int16 Index) {
   if (error != 0) upcalls_.errors.ShowError("Unable to disconnect.  Error " + std::to_string(error));  // PUMP
 }
 
+void Sessions::DropConnection(int16 Index) {
+  platform_.sockets.Disconnect(Index);
+  NoteState(Index, "closed");
+  NoteConnected(Index);
+}
+
 void Sessions::CloseMud(int16 Index) {
   if (!platform_.sockets.Connected(Index)) return;
+  const int32 opening = openings_[Index];
   if (Ask("You are currently connected to the Mud. If you disconnect without first exiting the Mud normally, you may "
           "lose your char's equipment or have ...",
           "Disconnect Verification ") == box::ResultNo)  // PUMP
     return;
+  if (openings_[Index] != opening) return;                           // the answer was about another connection
   if (platform_.sockets.Connected(Index)) DisconnectAndTell(Index);  // PUMP
   NoteConnected(Index);
   UpdateTitle();

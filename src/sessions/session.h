@@ -45,6 +45,8 @@ class Sessions final : public SocketEvents {
   void SetMud(int16 socket, int16 MudIndex);
   // Asks, then disconnects a connected session. May pump events.
   void CloseMud(int16 Index);
+  // Disconnects at once, without a question and without the events of a server that closes. Never pumps.
+  void DropConnection(int16 Index);
   // Finds a session by the beginning of its reference ("" and "NEXT": the next one; "GLOBAL": slot 0) and makes it the
   // active one. option::LookUpOnly returns it without switching; option::ConnectedOnly takes connected ones only.
   // Returns the session, also in DefChannel2; -1 with ErrorDescription "ER1" when there is none. May pump events.
@@ -79,6 +81,7 @@ class Sessions final : public SocketEvents {
   int16 FindSlot(int16 MudIndex, int16 flags) const;
   bool RefuseConnected(int16 MudIndex, int16 flags);
   int16 TakeSlot(int16 MudIndex, int16 flags);
+  void SetTarget(int16 MudIndex);
   void PrepareSlot(int16 slot, int16 MudIndex);
   bool StartConnecting(int16 slot);
   int16 FindSession(const std::string& name, int16 options) const;
@@ -121,6 +124,8 @@ class Sessions final : public SocketEvents {
   Upcalls& upcalls_;
   Table<int16> openFlags_;      // flags of OpenMud, for the moment when the connection stands
   Table<int16> sessionBefore_;  // session that was active when the slot was opened
+  Table<int32> openings_;       // how often the slot was opened: a step begun for an older opening ends
+  std::string classOn_;         // reference whose class SetCharacter switched on last
 };
 
 }  // namespace corvid

@@ -63,7 +63,8 @@ int16 Sessions::TakeSlot(int16 MudIndex, int16 flags) {
     const int16 other = script_.SocketOwner[slot];
     if (!RemoveCharacter(other)) return NoSlot;  // PUMP: the slot may be in use meanwhile: the search begins anew
     symbols_.CompressCommand(windowtype::All);
-    if (!StillOwns(slot, other)) continue;
+    if (RefuseConnected(MudIndex, flags)) return NoSlot;  // PUMP
+    if (!StillOwns(slot, other) || platform_.sockets.Connected(slot) || platform_.sockets.Connecting(slot)) continue;
     sessions_.SessionRef[slot].clear();
     NoteState(slot, "unused");
   }
@@ -76,6 +77,7 @@ int16 Sessions::TakeSlot(int16 MudIndex, int16 flags) {
 }
 
 void Sessions::PrepareSlot(int16 slot, int16 MudIndex) {
+  ++openings_[slot];
   sessions_.MudFolder[slot] = CharacterFolder(MudIndex);
   SetMud(slot, MudIndex);
   output_.ClearViewports(slot);
@@ -88,20 +90,26 @@ void Sessions::PrepareSlot(int16 slot, int16 MudIndex) {
     (*enabled)[slot] = 1;
 }
 
-int16 Sessions::OpenMud(int16 MudIndex, int16 flags) {
+void Sessions::SetTarget(int16 MudIndex) {
   sessions_.ConnectHost = sessions_.HostName[MudIndex];
   sessions_.ConnectPort = sessions_.Port[MudIndex];
+}
+
+int16 Sessions::OpenMud(int16 MudIndex, int16 flags) {
+  SetTarget(MudIndex);
   const int16 before = script_.CurrentSocket;
   if (RefuseConnected(MudIndex, flags)) return -1;
-  const int16 slot = TakeSlot(MudIndex, flags);
+  const int16 slot = TakeSlot(MudIndex, flags);  // PUMP
   if (slot == NoSlot) return -1;
+  SetTarget(MudIndex);  // another session may have been opened meanwhile: its host must not get this one's password
   openFlags_[slot] = flags;
   sessionBefore_[slot] = before;
   PrepareSlot(slot, MudIndex);
   if ((flags & opening::Offline) == 0) return StartConnecting(slot) ? int16{0} : int16{-1};
   NoteState(slot, "offline");
+  const int32 opening = openings_[slot];
   LoadCharacterSets(slot, flags);  // PUMP
-  output_.AppendNow(slot, "Working Offline.");
+  if (openings_[slot] == opening) output_.AppendNow(slot, "Working Offline.");
   return 0;
 }
 
@@ -109,11 +117,13 @@ bool Sessions::StartConnecting(int16 slot) {
   const std::string host = sessions_.ConnectHost;
   const std::string port = sessions_.ConnectPort;
   if (!platform_.sockets.PortKnown(port)) {
+    NoteState(slot, "closed");
     upcalls_.errors.ShowError("The specified service name is invalid");  // PUMP
     return false;
   }
   const int error = platform_.sockets.Connect(slot, host, port, ConnectMilliseconds);
   if (error != 0) {
+    NoteState(slot, "closed");
     upcalls_.errors.ShowError("Unable to connect to " + host + ".  Error " + std::to_string(error));  // PUMP
     return false;
   }
@@ -134,15 +144,19 @@ void Sessions::FinishConnect(int16 Index) {
   const int16 active = script_.CurrentSocket;
   const int16 before = active == Index ? sessionBefore_[Index] : active;
   Trap trap{upcalls_.errors, "FinishConnect", {std::to_string(Index)}};
-  trap.Step([&] { LoadCharacterSets(Index, openFlags_[Index]); });  // PUMP
-  trap.Step([&] { RunAlias("OnConnect", Index); });                 // PUMP
-  trap.Step([&] {
+  // A script that waits while it is loaded can outlive its session: the next one in the slot has its own turn.
+  const auto step = [&, opening = openings_[Index]](auto&& work) {
+    if (openings_[Index] == opening) trap.Step(work);
+  };
+  step([&] { LoadCharacterSets(Index, openFlags_[Index]); });  // PUMP
+  step([&] { RunAlias("OnConnect", Index); });                 // PUMP
+  step([&] {
     const int16 row = script_.SocketOwner[Index];
     const bool known = row > 0 && row <= sessions_.CharacterCount;
     if (known && (sessions_.CharFlags[row] & charflag::AutoLogin) != 0 && options_.AutoLogin)
       RunAlias("login", Index);  // PUMP
   });
-  trap.Step([&] {
+  step([&] {
     if (active != script_.CurrentSocket) ShowTitle();  // a slow server has brought its session forward
     TellSwitch(before, Index);                         // PUMP
   });

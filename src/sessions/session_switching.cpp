@@ -26,9 +26,11 @@ int16 Sessions::FindSession(const std::string& name, int16 options) const {
 // script can tie keys to it.
 void Sessions::SwitchTo(int16 slot) {
   const int16 before = script_.CurrentSocket;
-  symbols_.DeleteClass(sessions_.SessionRef[before], 0);
+  // A session that was just opened is active already, and the class on is still that of the one before it.
+  for (const std::string& name : {sessions_.SessionRef[before], classOn_}) symbols_.DeleteClass(name, 0);
   SetMud(slot, script_.SocketOwner[slot]);
-  symbols_.CheckAndAddClass(sessions_.SessionRef[slot], 0);
+  classOn_ = sessions_.SessionRef[slot];
+  symbols_.CheckAndAddClass(classOn_, 0);
   output_.DisplayOutputBuffer(slot);  // the viewport itself keeps the line where the player left it
   ShowTitle();
   TellSwitch(before, slot);  // PUMP

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -87,6 +88,7 @@ struct RecordingPrompter : Prompter {
   int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
     Log.Add("box", title + "|" + text);
     LastFlags = flags;
+    if (OnBox) OnBox();
     if (!Answers.empty()) {
       const int16 answer = Answers.front();
       Answers.pop_front();
@@ -117,6 +119,7 @@ struct RecordingPrompter : Prompter {
     Texts.pop_front();
     return text;
   }
+  std::function<void()> OnBox;  // what happens while the player reads
   std::deque<int16> Answers;
   std::deque<std::string> Texts;  // what a text prompt or a choice answers
   int16 LastFlags = 0;

@@ -237,6 +237,49 @@ TEST_F(GameTextTest, ALogThatFailsGoesOffAndTheLineGoesOn) {
   EXPECT_EQ(Of("speech"), (Lines{"1 error"}));
 }
 
+TEST_F(GameTextTest, ALineThatTheDiskRefusesLateIsToldAtOnce) {
+  MakeSession(0, "bob", true);
+  logs.OpenLog(0);
+  memory.files.Fail = [](const std::string& operation, const std::string&) {
+    return operation == "flush" ? std::string("No space left on device") : std::string();
+  };
+  EXPECT_EQ(Run("look"), "");
+  EXPECT_FALSE(options.OutputLog);
+  EXPECT_TRUE(ErrorLog().starts_with("\r\nError opening the Output Log ")) << ErrorLog();
+  EXPECT_EQ(Written(0), "look\r\n");
+}
+
+TEST_F(GameTextTest, ACommandWaitsBehindASelectionInTheWindow) {
+  MakeSession(0, "bob", true);
+  sessions.OutputWindow(0).SetText("text");
+  sessions.OutputWindow(0).Select(0, 4);
+  Run("look");
+  EXPECT_EQ(sessions.OutputWindow(0).Text(), "text");
+  EXPECT_EQ(sessions.OutputBuffer[0], "look\r\n");
+  sessions.OutputWindow(0).SetSelStart(0);
+  Run("north");
+  EXPECT_EQ(sessions.OutputWindow(0).Text(), "textlook\r\nnorth\r\n");
+}
+
+TEST_F(GameTextTest, NoSecondBoxOpensWhileAWriteErrorIsTold) {
+  MakeSession(0, "bob", true);
+  Run("#ALARM -1 {say again}");
+  memory.sockets.FailWrites = true;
+  script.SystemValues[sysvar::CONNECTED] = "1";
+  prompter.OnBox = [&] { memory.loop.Pass(5000); };
+  EXPECT_EQ(Run("look"), "");
+  EXPECT_EQ(Of("box").size(), 1U);
+  EXPECT_EQ(script.SystemValues[sysvar::CONNECTED], "0");
+}
+
+TEST_F(GameTextTest, AConnectionMadeWhileAWriteErrorIsToldStays) {
+  MakeSession(0, "bob", true);
+  memory.sockets.FailWrites = true;
+  prompter.OnBox = [&] { Connect(0); };
+  Run("look");
+  EXPECT_TRUE(memory.sockets.Connected(0));
+}
+
 TEST_F(GameTextTest, AWriteErrorIsToldAndEndsTheConnection) {
   MakeSession(0, "bob", true);
   memory.sockets.FailWrites = true;
@@ -261,7 +304,11 @@ TEST_F(GameTextTest, ARecordingTakesWhatIsSent) {
   sessions.WalkBuffer[0] = std::string(10001, 'n');
   Run("e");
   EXPECT_EQ(Of("speech"), (Lines{"1 Record buffer filling"}));
-  EXPECT_TRUE(sessions.WalkBuffer[0].ends_with("e;"));
+  EXPECT_TRUE(sessions.WalkBuffer[0].ends_with("ne;"));
+  options.LineTerminator = "\n";
+  Run("w;e");
+  EXPECT_EQ(Of("speech"), (Lines{"1 Record buffer filling", "1 Record buffer filling"})) << "at each further line";
+  EXPECT_TRUE(sessions.WalkBuffer[0].ends_with("ne;w;e;")) << "without the line's end";
 }
 
 TEST_F(GameTextTest, TextCanBePlacedInTheEntryLine) {

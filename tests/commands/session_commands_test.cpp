@@ -93,6 +93,45 @@ TEST_F(SessionCommandsTest, AYesThatCannotConnectEndsTheLine) {
   EXPECT_EQ(ErrorLog().find("traced back"), std::string::npos) << "it leaves at once";
 }
 
+// What the scripts of the player hear of a connection, in their order.
+TEST_F(SessionCommandsTest, ConnectTellsTheScripts) {
+  MakeSession(0, "anna", true);
+  PutCharacter("bob");
+  sessions.CharFlags[2] = charflag::AutoLogin;
+  for (const char* name : {"OnConnect", "login", "SessionOff", "SessionOn"}) AddAlias(name, "say " + std::string(name));
+  EXPECT_EQ(Run("#CONNECT bob"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "say OnConnect\r\nsay login\r\nsay SessionOn\r\n");
+  EXPECT_EQ(memory.sockets.TakeWritten(0), "say SessionOff\r\n");
+  memory.sockets.CloseByPeer(1);
+  sessions.CharFlags[2] = 0;
+  EXPECT_EQ(Run("#CONNECT"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "say OnConnect\r\n") << "no change of session, no login";
+}
+
+TEST_F(SessionCommandsTest, ConnectSpeaksTheReferenceAndTakesTheRestOfTheLineAlong) {
+  PutCharacter("bob");
+  EXPECT_EQ(Run("#CONNECT BOB;look"), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "look\r\n");
+  const Lines heard = Of("speech");
+  EXPECT_NE(std::find(heard.begin(), heard.end(), "5 bob"), heard.end());
+}
+
+TEST_F(SessionCommandsTest, NothingHappensInCheckMode) {
+  MakeSession(0, "anna", true);
+  PutFile("a.set", "#CONFIGURE Explicit on\r\n");
+  AddVariable("x", "1");
+  AddVariable("x", "2");
+  for (const char* line : {"#CONNECT zork", "#CHARACTER zork", "#OFFLINE zork bad", "#MUD a b c d e f", "#RELOAD zork",
+                           "#LOAD none.set", "#LOAD a.set bad", "#UNLOAD none.set", "#SAVE bad", "#RESET bad",
+                           "#RESET all", "#QUIT", "#EDIT none.set", "#KILLALL", "#KILLALL anna"})
+    EXPECT_EQ(Run(line, option::CheckOnly), "") << line;
+  EXPECT_EQ(Effects(), Lines{});
+  EXPECT_EQ(sessions.CharacterCount, 1);
+  EXPECT_EQ(Variable("x"), "2");
+  EXPECT_TRUE(memory.sockets.Connected(0));
+  EXPECT_EQ(Run("#QUIT now", option::CheckOnly), "Wrong number of parameters");
+}
+
 TEST_F(SessionCommandsTest, CharacterSwitches) {
   MakeSession(0, "anna", true);
   MakeSession(1, "bob", false);
@@ -266,6 +305,21 @@ TEST_F(SessionCommandsTest, SaveWritesTheChangedScripts) {
   EXPECT_EQ(memory.files.ReadWhole("/data/a.set"), "#CONFIGURE Explicit off\r\n");
 }
 
+TEST_F(SessionCommandsTest, SaveLeavesUnchangedScriptsAloneAndTakesWhatIsBeingEdited) {
+  for (const char* name : {"a.set", "b.set", "c.set"}) {
+    PutFile(name, "#CONFIGURE Explicit on\r\n");
+    Run("#LOAD " + std::string(name));
+  }
+  scriptFiles.SetBufferText(4, "#CONFIGURE Explicit off\r\n");
+  scriptFiles.MoveBuffers(6);
+  buffers.EntryBox.SetText("#BELL\r\n");
+  memory.files.Put("/data/b.set", "changed outside");
+  EXPECT_EQ(Run("#SAVE"), "");
+  EXPECT_EQ(memory.files.ReadWhole("/data/a.set"), "#CONFIGURE Explicit off\r\n");
+  EXPECT_EQ(memory.files.ReadWhole("/data/b.set"), "changed outside");
+  EXPECT_EQ(memory.files.ReadWhole("/data/c.set"), "#BELL\r\n");
+}
+
 TEST_F(SessionCommandsTest, SaveHasThreeWordsThatDoNothing) {
   for (const char* word : {"variables", "Character", "FULL", "character x.txt"})
     EXPECT_EQ(Run(std::string("#SAVE ") + word), "") << word;
@@ -313,6 +367,22 @@ TEST_F(SessionCommandsTest, KillAllEndsEverySession) {
   EXPECT_EQ(sessions.LogOpen[1], 0);
   EXPECT_EQ(script.AliasCount + script.VariableCount + script.MacroCount + script.ClassCount, 0);
   EXPECT_EQ(script.TriggerCount + script.AbbreviationCount + script.TabWordCount, 0);
+}
+
+TEST_F(SessionCommandsTest, KillAllTellsThatNothingIsConnectedAnyMore) {
+  MakeSession(0, "anna", true);
+  MakeSession(1, "bob", false);
+  script.SystemValues[sysvar::CONNECTED] = "1";
+  memory.effects.Clear();
+  Run("#KILLALL");
+  EXPECT_EQ(script.SystemValues[sysvar::CONNECTED], "0");
+  EXPECT_EQ(memory.effects.Of("session"), (Lines{"0 closed"}));
+}
+
+TEST_F(SessionCommandsTest, NoPartOfTheWordKillAllWillDo) {
+  MakeSession(0, "anna", true);
+  EXPECT_EQ(Run("#KILLAL"), "Bad command #KILLAL");
+  EXPECT_TRUE(memory.sockets.Connected(0));
 }
 
 TEST_F(SessionCommandsTest, KillAllOfOneCharacterForgetsItsDefinitions) {

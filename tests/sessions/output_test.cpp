@@ -75,6 +75,32 @@ TEST_F(OutputTest, DropsTheOldestQuarter) {
   EXPECT_EQ(View().SelStart(), 0);
 }
 
+TEST_F(OutputTest, DropsTheOldestWhenWaitingTextFillsTheWindow) {
+  options.OutputWindowSize = 1;
+  View().SetText(std::string(900, 'a'));
+  View().SetSelStart(500);
+  state.ReadPosition = true;
+  state.OutputBuffer[0] = std::string(100, 'b');
+  output.DisplayOutputBuffer(0);
+  EXPECT_EQ(View().Length(), 1000) << "full";
+  state.OutputBuffer[0] = "c";
+  output.DisplayOutputBuffer(0);
+  EXPECT_EQ(View().Text(), std::string(649, 'a') + std::string(100, 'b') + "c");
+  EXPECT_EQ(View().SelStart(), 500 - 251) << "the reader stays where the text is";
+}
+
+TEST_F(OutputTest, ShowsWaitingTextInColours) {
+  UseColours();
+  state.OutputBuffer[0] = "a <RED>b < c\r\n";
+  output.DisplayOutputBuffer(0);
+  EXPECT_EQ(View().Text(), "a b < c\r\n");
+  options.ColourDisplay = false;
+  output.SelectOutputWindow(false);
+  state.OutputBuffer[0] = "<RED>d\r\n";
+  output.DisplayOutputBuffer(0);
+  EXPECT_EQ(View().Text(), "a b < c\r\n<RED>d\r\n");
+}
+
 TEST_F(OutputTest, ReadsASizeOfAnyNumber) {
   options.OutputWindowSize = 2000000;
   View().SetText("a");

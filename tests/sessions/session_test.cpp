@@ -180,6 +180,8 @@ TEST_F(OpenTest, RefusesAnUnknownService) {
   state.Port[Character("Aard", "Bob", "bob")] = "nosuchservice";
   EXPECT_EQ(sessions.OpenMud(1, 0), -1);
   EXPECT_EQ(Of("showerror"), (Texts{"The specified service name is invalid"}));
+  EXPECT_EQ(Of("session"), (Texts{"1 closed"}));
+  EXPECT_EQ(state.SessionRef[1], "bob") << "the session is there for another try";
 }
 
 TEST_F(OpenTest, TellsAConnectionThatCannotBegin) {
@@ -262,9 +264,18 @@ TEST_F(OpenTest, AsksBeforeItCloses) {
   EXPECT_FALSE(memory.sockets.Connected(slot));
   EXPECT_EQ(script.SystemValues[sysvar::CONNECTED], "0");
   EXPECT_EQ(memory.face.Title, "Corvid bob [Not connected]");
+  EXPECT_EQ(Screen(slot), "") << "the player closed it, so nobody tells";
   memory.effects.Clear();
   sessions.CloseMud(slot);
   EXPECT_TRUE(memory.effects.All().empty()) << "nothing to close";
+}
+
+TEST_F(OpenTest, TellsThatItCouldNotClose) {
+  const int16 slot = Online("bob");
+  prompter.answers = {box::ResultYes};
+  memory.sockets.DisconnectError = 9;
+  sessions.CloseMud(slot);
+  EXPECT_EQ(Of("showerror"), (Texts{"Unable to disconnect.  Error 9"}));
 }
 
 TEST_F(OpenTest, ShowsAQuickConnectionByItsMud) {
@@ -277,6 +288,8 @@ TEST_F(OpenTest, ShowsAQuickConnectionByItsMud) {
   EXPECT_EQ(sessions.OpenMud(row, 0), -1) << "connected already";
   EXPECT_EQ(sessions.OpenMud(Character("MUD", "QUICKCONNECT", ""), 0), 0) << "another row is another connection";
   EXPECT_EQ(script.CurrentSocket, 2);
+  memory.sockets.CloseByPeer(2);
+  EXPECT_EQ(memory.face.Title, "Corvid  [Not connected]") << "it has no reference";
 }
 
 // --- switching ---
@@ -303,6 +316,8 @@ TEST_F(SwitchTest, FindsASessionByTheStartOfItsReference) {
   EXPECT_EQ(memory.face.Title, "Corvid [Bob");
   EXPECT_TRUE(state.OutputWindow(1).Visible());
   EXPECT_EQ(Switch("BON"), 2);
+  EXPECT_EQ(Switch("*b"), 1) << "the reference is matched as a pattern";
+  EXPECT_EQ(Switch("?onni"), 2);
   EXPECT_EQ(Switch("nobody"), -1);
   EXPECT_EQ(error, "ER1");
   EXPECT_EQ(script.CurrentSocket, 2);
@@ -332,10 +347,12 @@ TEST_F(SwitchTest, GoesRoundTheSessions) {
   EXPECT_EQ(Switch(""), -1) << "no session has a character";
   Online("a");
   Online("b");
-  Online("c");
+  memory.sockets.CloseByPeer(Online("c"));
   EXPECT_EQ(Switch(""), 1);
   EXPECT_EQ(Switch("next"), 2);
-  EXPECT_EQ(Switch("NEXT"), 3);
+  EXPECT_EQ(Switch("NEXT"), 3) << "one that is closed counts too";
+  EXPECT_EQ(Switch(""), 1);
+  Switch("GLOBAL");
   EXPECT_EQ(Switch(""), 1);
 }
 

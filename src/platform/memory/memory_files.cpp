@@ -2,6 +2,7 @@
 #include "platform/memory/memory_files.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/fault.h"
 #include "core/text.h"
@@ -96,13 +97,17 @@ class MemoryFiles::Appender : public AppendFile {
     const std::string_view fitting = bytes.substr(0, files_.Room);
     file->second += fitting;
     files_.Take(fitting.size());
+    waiting_ = true;
     if (fitting.size() < bytes.size()) throw Fault(FaultKind::DiskFull, path_ + ": No space left on device");
   }
-  void Flush() override {}
+  void Flush() override {
+    if (std::exchange(waiting_, false)) files_.Ask("flush", path_);
+  }
 
  private:
   MemoryFiles& files_;
   std::string path_;
+  bool waiting_ = false;  // something was written since the last Flush
 };
 
 std::unique_ptr<AppendFile> MemoryFiles::OpenAppend(const std::string& path, Privacy privacy) {
