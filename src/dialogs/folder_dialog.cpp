@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Choosing a file by walking through folders.
+#include "core/keys.h"
 #include "core/pattern.h"
 #include "core/text.h"
 #include "dialogs/prompts.h"
@@ -57,6 +58,18 @@ void Prompts::ChooseFile(const std::string& FormCode, const std::string& StartFi
     dialog_.Refresh(ControlKind::List, 1);
     dialog_.SetFocus(ControlKind::List, 1);
   };
+  // A file's row puts its name into the box, so that OK takes it; a folder's row takes away what a row has put there.
+  std::string fromList;
+  const auto rowMet = [&] {
+    const DialogControl& list = dialog_.Control(ControlKind::List, 1);
+    const std::string row = list.ListIndex < 0 ? "" : list.Items.at(static_cast<std::size_t>(list.ListIndex));
+    std::string& name = dialog_.Control(ControlKind::TextBox, 1).Text;
+    const bool isFolder = row.ends_with(FolderMark);
+    if (isFolder && (fromList.empty() || name != fromList)) return;
+    fromList = isFolder ? "" : row;
+    name = fromList;
+    dialog_.Refresh(ControlKind::TextBox, 1);
+  };
   // True when the chosen row was a folder, which is then shown.
   const auto descend = [&] {
     const DialogControl& list = dialog_.Control(ControlKind::List, 1);
@@ -69,6 +82,7 @@ void Prompts::ChooseFile(const std::string& FormCode, const std::string& StartFi
     const std::string name = row.substr(0, row.size() - FolderMark.size());
     folder = WithSlash(platform_.files.Absolute(folder + name));
     fill();
+    rowMet();
     return true;
   };
   const auto accept = [&] {
@@ -86,13 +100,15 @@ void Prompts::ChooseFile(const std::string& FormCode, const std::string& StartFi
   const auto handler = [&](const DialogEventArgs& at) {
     if (at.Kind == ControlKind::List && at.Event == DialogEvent::DoubleClick) {
       if (!descend()) accept();
+    } else if (at.Kind == ControlKind::List && at.Event == DialogEvent::Click) {
+      rowMet();
     } else if (at.Kind == ControlKind::Button && at.Event == DialogEvent::Click) {
       if (at.Index == 1) {
         accept();
       } else {
         dialog_.End(2);
       }
-    } else if (at.Kind == ControlKind::List && at.Event == DialogEvent::KeyDown && at.KeyOrState == 13) {
+    } else if (at.Kind == ControlKind::List && at.Event == DialogEvent::KeyDown && at.KeyOrState == keycode::Enter) {
       at.KeyOrState = 0;
       if (!descend()) accept();
     }

@@ -64,7 +64,7 @@ void Buffers::LoadSteps(const std::string& filename, int16 inflags, int16& outch
     AppendErrorLog(buffers_, "\r\n-- Error found in file " + path + "\r\n===============\r\n");
     if (there) LoadFailed(number, path, inflags, position);
   } else if (there) {
-    SetFlags(number, 0, buffer::News | buffer::Inactive);
+    SetFlags(number, 0, buffer::News);
     if (optionsOnly) {
       FreeSlot(number);
       return;

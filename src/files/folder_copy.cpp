@@ -9,6 +9,7 @@ namespace corvid {
 
 namespace {
 
+constexpr std::string_view StartScript = "start.set";
 constexpr int FoldersPerPump = 200;  // a long search keeps the keys alive
 
 std::string Inside(const std::string& folder, const std::string& name) {
@@ -70,11 +71,16 @@ std::vector<std::string> UserFolder::LocateFile(const std::string& name, const s
 
 void UserFolder::MoveDataFolder(const std::string& source, const std::string& target, std::string& ErrorDescription) {
   try {
-    for (const std::string& name : platform_.files.FileNames(source)) {
-      if (IsDataFile(name)) CopyFile(name, source, target);
+    const std::vector<std::string> names = platform_.files.FileNames(source);
+    for (const std::string& name : names) {
+      if (IsDataFile(name) && !SameText(name, StartScript)) CopyFile(name, source, target);
     }
     for (const std::string& name : platform_.files.FolderNames(source)) {
       CopyFolderWhole(Inside(source, name), Inside(target, name), target, 1);
+    }
+    // Last: a folder that has it counts as filled, so a copy that broke off is offered again by the next start.
+    for (const std::string& name : names) {
+      if (SameText(name, StartScript)) CopyFile(name, source, target);
     }
   } catch (const Fault& fault) {
     ErrorDescription = fault.what();

@@ -99,6 +99,30 @@ TEST_F(ProgramTest, FirstRunAsksForFilesAndSpeechThenRemembers) {
   EXPECT_TRUE(second.effects.Of("dialog").empty()) << second.effects.Transcript();
 }
 
+TEST_F(ProgramTest, AsksInTheOrderOfItsSteps) {
+  memory.files.Put("/app/full.set", "#CONFIGURE MarginBell 33\r\n");
+  memory.files.Put("/app/corvid.set", "#Configure UserPath {/elsewhere/}\r\n");
+  memory.files.Put("/app/start.set", "#CONFIGURE NoSuchOption 1\r\n");
+  memory.face.Will("No");
+  for (int i = 0; i < 4; ++i) memory.face.Will("Ok");  // moving, moved, the note, the error of the script
+  memory.face.Will("No");                              // full.set is not used
+  memory.face.Will("No");                              // nor deleted
+  for (const char* button : {"Ok", "OK", "Ok"}) memory.face.Will(button);
+  bool shown = true;
+  memory.loop.BeforePump = [&] { shown = memory.face.MainShown(); };
+  ASSERT_TRUE(corvid->Start({}));
+  EXPECT_FALSE(shown) << "the window comes last";
+  std::vector<std::string> titles;
+  for (const std::string& dialog : memory.effects.Of("dialog")) titles.push_back(dialog.substr(0, dialog.find('|')));
+  EXPECT_EQ(titles, (std::vector<std::string>{"MSGBOX Previous Installation Data Transfer", "MSGBOX Moving",
+                                              "MSGBOX Move Complete", "MSGBOX Note", "MSGBOX Error! ", "MSGBOX Corvid",
+                                              "MSGBOX Delete", "MSGBOX Interim Speech",
+                                              "INITIALSPEECH Initial Speech Setting", "MSGBOX Next Step"}))
+      << memory.effects.Transcript();
+  EXPECT_TRUE(memory.face.MainShown());
+  EXPECT_TRUE(memory.files.FileExists("/home/player/Documents/Corvid/full.set"));
+}
+
 TEST_F(ProgramTest, DialogsBeforeSpeechIsChosenAreSpokenAllTheSame) {
   memory.face.Will("No");
   memory.face.Will("Cancel");

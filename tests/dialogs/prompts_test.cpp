@@ -159,6 +159,42 @@ TEST_F(PromptsTest, TextPromptBeepsSpeaksAndReturnsTheText) {
   EXPECT_EQ(Spoken()[2], "5w ann");
 }
 
+std::string Places(const DialogModel& model) {
+  std::string text;
+  for (const DialogControl& c : model.Controls) {
+    for (const int32 number : {c.Top, c.Left, c.Height, c.Width}) text += std::to_string(number) + " ";
+    text += c.Default ? "default|" : c.Cancel ? "cancel|" : "|";
+  }
+  return text + std::to_string(model.Width) + " " + std::to_string(model.Height);
+}
+
+TEST_F(PromptsTest, TextPromptAndChoiceStandWhereTheyShould) {
+  std::string places;
+  memory.loop.Idle = [&] {
+    places = Places(*memory.face.OpenModel());
+    Tell(PlaceOfButton("Cancel"), DialogEvent::Click);
+    return true;
+  };
+  prompts.TextPrompt("Key Name?", "", 5, "");
+  EXPECT_EQ(places,
+            "500 500 295 2000 |500 2501 295 2000 |1295 5001 400 800 default|1295 6201 400 800 cancel|7501 2195");
+  int16 row = 1;
+  prompts.ChooseFromList("Pick one", {"a", "b"}, row);
+  EXPECT_TRUE(places.find("|500 500 2500 4000 |3400 4000 400 1500 default|3400 5900 400 1500 cancel|") !=
+              std::string::npos)
+      << places;
+  EXPECT_EQ(row, 1);
+}
+
+TEST_F(PromptsTest, PickDriveGivesTheRootThatIsChosen) {
+  memory.files.CreateFolder("/media");
+  memory.face.Will({"OK", {}, {{1, 2}}, {}});
+  EXPECT_EQ(prompts.PickDrive("Select a drive"), "/media/");
+  EXPECT_EQ(memory.effects.Of("dialog"), (std::vector<std::string>{"CHOOSELIST Select a drive|Select"}));
+  memory.face.Will("Cancel");
+  EXPECT_EQ(prompts.PickDrive("Select a drive"), "");
+}
+
 TEST_F(PromptsTest, TextPromptCancelledReturnsNothing) {
   memory.face.Will({"Cancel", {{1, "bob"}}, {}, {}});
   EXPECT_EQ(prompts.TextPrompt("Key Name?", "", 5, "ann"), "");
@@ -294,6 +330,43 @@ TEST_F(PromptsTest, FilePickerWalksIntoFoldersAndTakesAFile) {
   EXPECT_EQ(error, "");
 }
 
+TEST_F(PromptsTest, FilePickerDescendsAndAcceptsWithEnter) {
+  memory.files.Put("/data/scripts/fight.set", "x");
+  int16 left = -1;
+  memory.loop.Idle = [&] {
+    memory.face.OpenModel()->Controls[2].ListIndex = 1;
+    left = Tell(2, DialogEvent::KeyDown, keycode::Enter);
+    EXPECT_EQ(left, 0) << "or the default button would be pressed as well";
+    return true;
+  };
+  std::string error;
+  std::string name;
+  prompts.FolderDialog2("", "*.set", 0, "Select", error, name, "/data");
+  EXPECT_EQ(name, "/data/scripts/fight.set");
+}
+
+TEST_F(PromptsTest, FilePickerTakesTheRowUnderTheHandsWithOk) {
+  memory.files.Put("/data/fight.set", "x");
+  memory.files.CreateFolder("/data/more");
+  const auto meet = [&](int32 row) {
+    memory.face.OpenModel()->Controls[2].ListIndex = row;
+    Tell(2, DialogEvent::Click);
+    return memory.face.OpenModel()->Controls[1].Text;
+  };
+  memory.loop.Idle = [&] {
+    EXPECT_EQ(meet(1), "start.set") << "what was there stays at a folder";
+    EXPECT_EQ(meet(2), "fight.set");
+    EXPECT_EQ(meet(1), "");
+    EXPECT_EQ(meet(2), "fight.set");
+    Tell(PlaceOfButton("OK"), DialogEvent::Click);
+    return true;
+  };
+  std::string error;
+  std::string name;
+  prompts.FolderDialog2("start.set", "*.set", 0, "Select", error, name, "/data");
+  EXPECT_EQ(name, "/data/fight.set");
+}
+
 TEST_F(PromptsTest, FilePickerOfThePlayersFilesHasACodeOfItsOwn) {
   memory.files.Put("/data/scripts/fight.set", "x");
   memory.face.Will("Cancel");
@@ -366,6 +439,23 @@ TEST_F(PromptsTest, ArrowsInAListSpeakTheNewRow) {
   };
   dialog.ShowForm(0, 0);
   EXPECT_EQ(Spoken(), (std::vector<std::string>{"5w south"}));
+}
+
+TEST_F(PromptsTest, ArrowsInAScrollBarSpeakTheNewValue) {
+  dialog.Form_Init("TEST", "", nullptr);
+  dialog.MakeHScroll(100, 100, 295, 2000, 0, -10, 10, 1, 5);
+  memory.loop.Idle = [&] {
+    memory.effects.Clear();
+    for (const auto& [value, event] :
+         std::vector<std::pair<int16, DialogEvent>>{{-10, DialogEvent::Change}, {5, DialogEvent::Scroll}}) {
+      memory.face.OpenModel()->Controls[0].Value = value;
+      Tell(0, event);
+    }
+    dialog.End(1);
+    return true;
+  };
+  dialog.ShowForm(0, 0);
+  EXPECT_EQ(Spoken(), (std::vector<std::string>{"5w 0%", "5w 75%"}));
 }
 
 TEST_F(PromptsTest, OptionsOfAGroupExcludeEachOther) {

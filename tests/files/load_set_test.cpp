@@ -123,6 +123,12 @@ TEST(LoadSet, AFailedOptionsFileStaysInactiveAndReadOnly) {
   EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::News | buffer::Inactive | buffer::ReadOnly);
   EXPECT_TRUE(house.state.EntryBox.Locked());
   EXPECT_EQ(house.script.DefiningBuffer, 0);
+  // Mended and loaded as an ordinary script it only loses the mark of the error.
+  house.options.ScriptReadOnly = false;
+  Put(house, "#alias {a} {b}\r\n");
+  house.Load("/data/a.set");
+  EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::Inactive);
+  EXPECT_FALSE(house.state.EntryBox.Locked());
 }
 
 TEST(LoadSet, AFileThatCannotBeReadDoesNotStopTheNextOne) {

@@ -127,9 +127,28 @@ TEST(ChooseFolder, AFailedCopyIsToldAndEndsTheProgram) {
   house.prompter.Will(box::ResultNo);
   house.prompter.Will(box::ResultOk);
   EXPECT_FALSE(house.folder.Choose(""));
-  EXPECT_EQ(house.Told("box").back(),
-            "Error|Error while transferring initial setup scripts, sounds, and settings. /app/start.set: No space left "
-            "on device");
+  EXPECT_EQ(
+      house.Told("box").back(),
+      "Error|Error while transferring initial setup scripts, sounds, and settings. /app/Sounds/ding.wav: No space "
+      "left on device");
+}
+
+TEST(ChooseFolder, ACopyThatBrokeOffIsOfferedAgainByTheNextStart) {
+  FilesHouse house;
+  Ship(house);
+  house.mem.files.Fail = [](const std::string& operation, const std::string& path) {
+    return operation == "copy" && path.ends_with("ding.wav") ? "No space left on device" : "";
+  };
+  for (int start = 0; start < 2; ++start) {
+    house.prompter.Will(box::ResultNo);
+    house.prompter.Will(box::ResultOk);
+    EXPECT_EQ(house.folder.Choose(""), start == 1);
+    EXPECT_EQ(house.Told("box").size(), 3u);
+    EXPECT_EQ(house.mem.files.FileExists(std::string(Standard) + "start.set"), start == 1);
+    EXPECT_EQ(house.mem.files.FileExists(std::string(Standard) + "Sounds/ding.wav"), start == 1);
+    house.mem.files.Fail = nullptr;
+    house.mem.effects.Clear();
+  }
 }
 
 // --- data of an older installation ---
