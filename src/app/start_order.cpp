@@ -189,6 +189,8 @@ bool StartOrder::SaveCharacters() {
     Trap trap{c.upcalls.errors, "quit", {std::to_string(Index)}};
     trap.Step([&] { saved = SaveCharacter(Index) && saved; });
   }
+  // What AutoSave would write by the way in the next minutes must not be lost with the end.
+  if (c.optionsState.AutoSave) saved = c.saving.SaveChangedScripts("quit") && saved;
   if (saved || mandatory_) return true;
   return c.upcalls.prompter.MsgBox("Not everything could be saved. Would you like to leave all the same?", box::YesNo,
                                    "Corvid") == box::ResultYes ||

@@ -166,12 +166,18 @@ void Saving::AutoSave() {
       WriteAltMethod(owner, CharacterFile(i, "-char.set"), false);  // PUMP
     });
   }
-  trap.Step([&] { bufferFiles_.SaveCurrentBuffer(); });
+  SaveChangedScripts("AutoSave");
+}
+
+bool Saving::SaveChangedScripts(const std::string& procedure) {
+  Trap trap{upcalls_.errors, procedure};
+  bool saved = trap.Step([&] { bufferFiles_.SaveCurrentBuffer(); });
   for (int16 n = buffer::FirstScript; n <= buffers_.BufferCount; ++n) {
-    trap.Step([&] {
+    saved = trap.Step([&] {
       if (bufferFiles_.IsModified(n)) bufferFiles_.WriteBuffer(n);
-    });
+    }) && saved;
   }
+  return saved;
 }
 
 std::string Saving::CharacterFile(int16 Index, const std::string& ending) const {

@@ -46,7 +46,10 @@ class Saving {
   bool WriteAltMethod(OwnerId Owner, const std::string& filename, bool SaveVariables);  // a character's whole state
   bool WriteImage(const std::string& filename);                                         // everything
   bool SaveVariables(OwnerId ownedBy);  // "<ref>-var.set" in the folder of the owner's session; no session: false
-  void AutoSave();                      // simple-control characters and changed scripts, if the option AutoSave is on
+  // Writes each script that differs from its file. False when the disk refused one; that went to UnknownError under the
+  // procedure's name and the script stays modified.
+  bool SaveChangedScripts(const std::string& procedure);
+  void AutoSave();  // simple-control characters and changed scripts, if the option AutoSave is on
   // A file of the session's character in its Mud's folder: the reference and ending ("-var.set").
   std::string CharacterFile(int16 Index, const std::string& ending) const;
   // The first session (connected or not) of a character; -1 for none.

@@ -117,6 +117,37 @@ TEST(Quit, APlayerWhoseDiskIsFullMayStay) {
   EXPECT_EQ(run.Read(VariableFile), "#Var gold {12} {}\r\n");
 }
 
+TEST(Quit, WritesScriptsThatWereChangedWhereTheyAreSavedByTheWay) {
+  for (const bool automatic : {true, false}) {
+    RunningProgram run;
+    run.memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
+    ASSERT_TRUE(run.Start());
+    run.Do("#LOAD fight.set");
+    run.corvid.optionsState.AutoSave = automatic;
+    run.corvid.buffers.MoveBuffers(run.corvid.buffers.GetBufferNumber("/data/fight.set"));
+    run.corvid.bufferState.EntryBox.SetText("#alias {k} {kick}\r\n");
+    run.corvid.quit(false);
+    EXPECT_EQ(run.Asked(), Texts());
+    EXPECT_TRUE(run.Ended());
+    EXPECT_EQ(run.Read("/data/fight.set"), automatic ? "#alias {k} {kick}\r\n" : "#alias {k} {kill}\r\n");
+  }
+}
+
+TEST(Quit, AChangedScriptThatTheDiskRefusesMayKeepThePlayerHere) {
+  RunningProgram run;
+  run.memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
+  ASSERT_TRUE(run.Start());
+  run.Do("#LOAD fight.set");
+  const int16 number = run.corvid.buffers.GetBufferNumber("/data/fight.set");
+  run.corvid.buffers.SetBufferText(number, "#alias {k} {kick}\r\n");
+  run.FillDisk();
+  run.memory.face.Will("No");
+  run.corvid.quit(false);
+  EXPECT_EQ(run.Asked(), Texts({"MSGBOX Corvid|Not everything could be saved. Would you like to leave all the same?"}));
+  EXPECT_FALSE(run.Ended());
+  EXPECT_TRUE(run.corvid.buffers.IsModified(number));
+}
+
 TEST(Quit, EndsAllTheSameWhenItMust) {
   RunningProgram run;
   run.StartAndConnect(charflag::KeepVariables);
