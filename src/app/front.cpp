@@ -9,6 +9,7 @@
 #include "app/voices.h"
 #include "core/text.h"
 #include "platform/qt/console_face.h"
+#include "platform/qt/end_signals.h"
 
 namespace corvid {
 
@@ -45,6 +46,7 @@ int RunJson(const CommandLine& line, int argc, char** argv) {
     ProgramQueries queries(corvid);
     face.Start(
         {.Queries = &queries, .JobDue = [&] { return corvid.timers.JobDue(); }, .Quit = [&] { corvid.quit(true); }});
+    const EndSignals signals([&] { face.Leave(); });
     code = corvid.Start(request) ? outside.loop.Run() : 0;
     face.NoteExit(code);
   }
@@ -64,6 +66,7 @@ int RunConsole(const CommandLine& line, int argc, char** argv) {
                    outside.settings, voices.engine, voices.reader, face, voices.sounds});
     corvid.prompts.AskByVoice = nullptr;  // lines come here, not keys, and who reads them would not see the question
     face.Start({.JobDue = [&] { return corvid.timers.JobDue(); }, .Quit = [&] { corvid.quit(true); }});
+    const EndSignals signals([&] { face.Leave(); });
     code = corvid.Start(request) ? outside.loop.Run() : 0;
     face.Finish();
   }

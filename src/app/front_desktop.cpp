@@ -7,6 +7,7 @@
 #include "app/voices.h"
 #include "platform/qt/desktop/desktop_application.h"
 #include "platform/qt/desktop/desktop_face.h"
+#include "platform/qt/end_signals.h"
 
 namespace corvid {
 
@@ -37,6 +38,7 @@ int RunDesktop(const CommandLine& line, int argc, char** argv) {
   Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
                  outside.settings, voices.engine, voices.reader, face, voices.sounds});
   face.Start({.Quit = [&] { corvid.quit(true); }, .Focused = [&](bool focused) { voices.sounds.SetFocused(focused); }});
+  const EndSignals signals([&] { face.Leave(); });
   return corvid.Start(request) ? outside.loop.Run() : 0;
 }
 

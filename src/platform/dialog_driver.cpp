@@ -372,6 +372,12 @@ void DialogDriver::Press(int32 control) {
   Tell(control, DialogEvent::Click);
 }
 
+bool DialogDriver::Offer(int32 control, int16 KeyCode) {
+  int16 key = KeyCode;
+  int16 shift = 0;
+  return At(control) != nullptr && (!Tell(control, DialogEvent::KeyDown, key, shift) || key == 0);
+}
+
 void DialogDriver::DoubleClick(int32 control) {
   const DialogControl* list = At(control);
   if (list == nullptr || list->Kind != ControlKind::List || !CanFocus(*list) || list->ListIndex < 0) return;

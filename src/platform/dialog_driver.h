@@ -51,7 +51,9 @@ class DialogDriver {
   void SetValue(int32 control, int16 value);              // check, option, scroll bar; brought into its range
   void Press(int32 control);
   void DoubleClick(int32 control);  // of a list's chosen row
-  int32 DefaultButton() const;      // -1 for none
+  // Tells the control that a key is down, without the key's usual effect. True when the dialog took it for itself.
+  bool Offer(int32 control, int16 KeyCode);
+  int32 DefaultButton() const;  // -1 for none
   int32 CancelButton() const;
   void RequestClose();
 

@@ -100,6 +100,18 @@ void KeyRouter::Press(int16 KeyCode, int16 Shift) {
     if ((ModifierBit(*modifier) & missing) != 0) KeyUp(*modifier);
 }
 
+void KeyRouter::EnterLine(TextModel& entry, const std::string& line) {
+  if (entry.Locked() && events_ != nullptr) {
+    events_->KeyTyped(" ");  // PUMP: leads to the entry line; the blank itself is taken away again
+    if (entry.Locked()) return;
+    if (entry.Text().ends_with(' ')) entry.Select(entry.Length() - 1, entry.Length());
+  } else {
+    entry.SetSelStart(entry.Length());
+  }
+  entry.SetSelText(line);
+  Press(keycode::Enter, 0);
+}
+
 void KeyRouter::Pressed(int16 KeyCode, int16 Shift, const std::string& text) {
   const Work work(*this);
   held_ = Shift;

@@ -24,6 +24,9 @@ class KeyRouter {
   void Press(int16 KeyCode, int16 Shift);
   // A whole key for one character (UTF-8).
   void Type(const std::string& character);
+  // A whole line at once: puts it at the end of the entry and presses Enter. What the entry shows of a script that
+  // cannot be changed gives way to the entry line first, as it does for a typed character.
+  void EnterLine(TextModel& entry, const std::string& line);
 
   // Halves of a key of a real keyboard, which tells its modifiers (its own included while it is down) and what it types
   // (UTF-8, any number of characters).

@@ -58,6 +58,23 @@ class DataFiles(unittest.TestCase):
         self.assertEqual(["look"], self.corvid.sent_by("look"))
         self.assertEqual(0, self.corvid.end())
 
+    def test_a_line_for_a_script_that_cannot_be_changed_goes_to_the_game(self):
+        (self.folder / "bad.set").write_bytes(b"#NOSUCHCOMMAND\r\n")
+        self.corvid.line("#CONFIGURE ScriptReadOnly true")
+        self.corvid.event("ready")
+        self.error_of("#LOAD bad.set")
+        shown = self.corvid.get("entry")
+        self.assertEqual(("Script bad.set", True), (shown["label"], shown["locked"]))
+        for line in ("caf\u00e9", "look"):
+            self.corvid.line(line)
+            self.corvid.event("send", text=line)
+        shown = self.corvid.get("entry")
+        self.assertEqual(("Entry", False), (shown["label"], shown["locked"]))
+        self.assertTrue(shown["text"].endswith("caf\u00e9\r\nlook\r\n"), shown["text"])
+        number = next(n for n in range(4, 12) if "NOSUCH" in self.corvid.get("buffer", number=n)["text"])
+        self.assertEqual("#NOSUCHCOMMAND\r\n", self.corvid.get("buffer", number=number)["text"])
+        self.assertEqual(0, self.corvid.end())
+
     def test_no_name_leads_out_of_the_folder(self):
         outside = self.folder.parent / (self.folder.name + ".txt")
         outside.write_text("mine")

@@ -45,6 +45,11 @@ class EchoProgram : public FaceEvents, public DialogEvents {
       shown.Append("key " + std::to_string(KeyCode) + "/" + std::to_string(Shift) + "\r\n");
   }
   void KeyTyped(const std::string& character) override {
+    if (entry.Locked()) {
+      entry.SetLocked(false);
+      entry.SetText(character);
+      entry.SetSelStart(1);
+    }
     if (character != "\r" || row >= 0) return;
     const std::string line = entry.Text();
     entry.SetText("");
@@ -90,7 +95,8 @@ class EchoProgram : public FaceEvents, public DialogEvents {
     face.Dialogs().OpenDialog(model, *this);
     while (open && !loop.Ending()) loop.WaitEvents(-1);
   }
-  void DialogHappened(int32 control, DialogEvent event, int16&, int16&) override {
+  void DialogHappened(int32 control, DialogEvent event, int16& key, int16&) override {
+    if (event == DialogEvent::KeyDown) return OpenRow(model.Controls[static_cast<std::size_t>(control)], key);
     if (event != DialogEvent::Click) return;
     const DialogControl& met = model.Controls[static_cast<std::size_t>(control)];
     if (met.Kind != ControlKind::Button || met.Text == "Repeat") return;
@@ -103,6 +109,19 @@ class EchoProgram : public FaceEvents, public DialogEvents {
     }
     result += met.Text;
     DialogCloseRequested();
+  }
+  // A folder shows its files, and a file "last" ends the dialog.
+  void OpenRow(DialogControl& list, int16& key) {
+    if (list.Kind != ControlKind::List || key != keycode::Enter) return;
+    const std::string met = list.Items.at(static_cast<std::size_t>(list.ListIndex));
+    if (!met.ends_with(" [folder]") && met != "last") return;
+    key = 0;
+    if (met == "last") {
+      result = "last";
+      return DialogCloseRequested();
+    }
+    list.Items = {"plain", "last"};
+    list.ListIndex = 0;
   }
   void DialogCloseRequested() override {
     open = false;
@@ -148,6 +167,7 @@ class ConsoleFaceTest : public testing::Test {
       const SystemClock clock;
       ConsoleFace face(loop, clock, in[0], out[1]);
       EchoProgram program(loop, face, model);
+      program.entry.SetLocked(locked);
       face.Start({{}, [&] { loop.End(0); }});
       loop.Run();
       face.Finish();
@@ -164,10 +184,16 @@ class ConsoleFaceTest : public testing::Test {
   }
   DialogModel model;
   std::string result;
+  bool locked = false;  // the entry shows a script that cannot be changed at first
 };
 
 TEST_F(ConsoleFaceTest, LinesGoInAndWindowTextComesOutPlain) {
   EXPECT_EQ(Run("hello\n"), "=== Corvid\nYou say: hello[31m\n");
+}
+
+TEST_F(ConsoleFaceTest, ALineForAScriptThatCannotBeChangedGoesToTheEntryLine) {
+  locked = true;
+  EXPECT_EQ(Run("caf\xC3\xA9\n"), "=== Corvid\nYou say: caf\xC3\xA9[31m\n");
 }
 
 TEST_F(ConsoleFaceTest, KeysArePressedByName) {
@@ -284,6 +310,18 @@ TEST_F(ConsoleFaceTest, LongListsComeInPieces) {
   EXPECT_EQ(result, "[32]OK");
   EXPECT_NE(text.find("20 item 20\n/m shows more.\nRow?\n21 item 21\n"), std::string::npos) << text;
   EXPECT_EQ(text.find("item 41"), std::string::npos);
+}
+
+TEST_F(ConsoleFaceTest, ARowThatTheDialogOpensShowsWhatIsInIt) {
+  model.Title = "File";
+  Add(ControlKind::List, "Row").Items = {"scripts [folder]"};
+  Add(ControlKind::TextBox, "Name");
+  AddButtons();
+  const std::string text = Run("ask\n1\nlast\nnext\n");
+  EXPECT_EQ(result, "last");
+  EXPECT_NE(text.find("1 plain (chosen)\n2 last\nRow?\nYou say: next"), std::string::npos) << text;
+  Run("ask\n1\n1\nBob\n\n");
+  EXPECT_EQ(result, "[0][Bob]OK") << "a row that is not opened is chosen";
 }
 
 TEST_F(ConsoleFaceTest, ADialogWithNothingToAnswerIsClosedByAnyLine) {

@@ -32,6 +32,7 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     if (KeyCode == keycode::F1 + 4) Ask();
     if (KeyCode == keycode::F1 + 7) face.ShowListMenu({"MAIN", "Main menu", {"File", "caf\xe9"}, 1});
     if (KeyCode == keycode::Escape) face.CloseListMenu();
+    if (KeyCode == keycode::F1 + 8) TellEverything();
     if (KeyCode == keycode::F1 + 5) {
       const auto end = clock.MonotonicMilliseconds() + 30;
       while (clock.MonotonicMilliseconds() < end) loop.WaitEvents(5);
@@ -59,6 +60,21 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     name = "start.set";
     text = "#VAR";
     return number == 4;
+  }
+
+  void TellEverything() {
+    for (int i = 0; i < 3; ++i) face.Beep();
+    face.SetTitle("Corvid [bob");
+    face.SetTitle("Corvid [bob");
+    face.Engine().Purge(2);
+    face.Reader().Say(4, "word", true);
+    face.NoteCleared(3);
+    face.NoteSession(3, "closed");
+    face.SetClipboardText("caf\xe9");
+    face.StartProgram("Notepad.exe ", "/data/a.set");
+    face.Notice("There is no voice.");
+    face.SetFocus(MainFocus::Output);
+    face.Beep();
   }
 
   void Ask() {
@@ -153,6 +169,29 @@ TEST_F(JsonFaceTest, ALineGoesThroughTheKeyPath) {
   EXPECT_EQ(events[3].at("handled"), 1);
   EXPECT_EQ(events[4].at("code"), 5);
   EXPECT_EQ(keys, "d13/0 t\r u13/0 ");
+}
+
+TEST_F(JsonFaceTest, EveryEventHasItsFields) {
+  const std::vector<std::string> expected{R"({"event":"beep"})",
+                                          R"({"event":"title","text":"Corvid [bob"})",
+                                          R"({"event":"silence","channel":2})",
+                                          R"({"event":"silence","channel":4})",
+                                          R"({"event":"speech","channel":4,"text":"word","type":1})",
+                                          R"({"event":"cleared","session":3})",
+                                          R"({"event":"session","session":3,"state":"closed"})",
+                                          R"({"event":"clipboard","text":"café"})",
+                                          R"({"event":"program","program":"Notepad.exe ","file":"/data/a.set"})",
+                                          R"({"event":"notice","text":"There is no voice."})",
+                                          R"({"event":"focus","window":"output"})",
+                                          R"({"event":"beep"})",
+                                          R"({"event":"ready","handled":1})",
+                                          R"({"event":"exit","code":5})"};
+  const auto events = Run("{\"key\":\"F9\"}\n");
+  ASSERT_EQ(events.size(), expected.size()) << Names(events);
+  for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(events[i], Json::parse(expected[i]));
+  EXPECT_EQ(Names(Run("{\"key\":\"F9\"}\n", "none")), "ready exit");
+  // What is on the face's clipboard, the program can paste.
+  EXPECT_EQ(Names(Run("{\"clipboard\":\"x\"}\n")), "ready exit");
 }
 
 TEST_F(JsonFaceTest, KeysAreWholeWithTheirModifiers) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/keys.h"
 #include "core/text.h"
 #include "platform/qt/console_choice.h"
 #include "platform/qt/console_dialog.h"
@@ -78,6 +79,7 @@ void ConsoleDialog::Value(const Question& question, const std::string& line) {
   const DialogControl& control = At(place);
   const unsigned serial = driver_.Serial();
   bool understood = true;
+  bool again = false;
   {
     const Acting acting(acting_);
     if (control.Kind == ControlKind::Box) {
@@ -88,6 +90,7 @@ void ConsoleDialog::Value(const Question& question, const std::string& line) {
       understood = TakeOption(question, line);
     } else if (control.Kind == ControlKind::List) {
       understood = control.MultiSelect ? MarkRows(control, place, line) : TakeRow(control, place, line);
+      again = understood && serial == driver_.Serial() && RowLeadsOn(control, place);
     } else if (control.Kind == ControlKind::Check) {
       understood = TakeCheck(control, place, line);
     } else if (control.Kind == ControlKind::Scroll) {
@@ -97,7 +100,9 @@ void ConsoleDialog::Value(const Question& question, const std::string& line) {
     }
   }
   if (serial != driver_.Serial()) return;
-  if (understood) {
+  if (again) {
+    AskAgain();
+  } else if (understood) {
     Next();
   } else {
     output_.Line("\"" + line + "\" is no answer here.");
@@ -120,6 +125,11 @@ bool ConsoleDialog::TakeRow(const DialogControl& control, int32 place, const std
   const int row = ChoiceOf(control.Items, line);
   if (row >= 0) driver_.ChooseRow(place, row);
   return row >= 0;
+}
+
+// A row that the dialog itself opens when Enter is pressed on it, as a folder among files: the list shows others then.
+bool ConsoleDialog::RowLeadsOn(const DialogControl& control, int32 place) {
+  return !control.MultiSelect && driver_.Offer(place, keycode::Enter);
 }
 
 bool ConsoleDialog::MarkRows(const DialogControl& control, int32 place, const std::string& line) {

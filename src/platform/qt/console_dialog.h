@@ -46,6 +46,7 @@ class ConsoleDialog : public DialogView {
   void Value(const Question& question, const std::string& line);
   bool TakeBoxLine(const DialogControl& control, int32 place, const std::string& line);
   bool TakeRow(const DialogControl& control, int32 place, const std::string& line);
+  bool RowLeadsOn(const DialogControl& control, int32 place);
   bool MarkRows(const DialogControl& control, int32 place, const std::string& line);
   bool TakeCheck(const DialogControl& control, int32 place, const std::string& line);
   bool TakeScroll(const DialogControl& control, int32 place, const std::string& line);

@@ -109,9 +109,8 @@ struct ConsoleFace::Parts {
       menu.Answer(line);
     } else if (entry != nullptr) {
       ChangeFocus(MainFocus::Entry);
-      entry->SetSelStart(entry->Length());
-      entry->SetSelText(StartsWithText(line, "//key") || StartsWithText(line, "//entry") ? line.substr(1) : line);
-      keys.Press(keycode::Enter, 0);
+      const bool escaped = StartsWithText(line, "//key") || StartsWithText(line, "//entry");
+      keys.EnterLine(*entry, escaped ? line.substr(1) : line);
     }
   }
 
@@ -121,7 +120,8 @@ struct ConsoleFace::Parts {
     const bool cut = text.size() > ShownCodes;
     if (cut) text.erase(0, text.find('\n', text.size() - ShownCodes) + 1);
     if (!IsBlank(text)) output.Line((cut ? "...\n" : "") + text);
-    output.Line("What you type goes into this window. /entry leads back to the entry line.");
+    output.Line(entry->Locked() ? "This script cannot be changed. What you type goes to the entry line."
+                                : "What you type goes into this window. /entry leads back to the entry line.");
   }
 
   // The script windows stand in a circle.
@@ -181,6 +181,10 @@ ConsoleFace::~ConsoleFace() = default;
 void ConsoleFace::Start(Hooks hooks) {
   parts_->hooks = std::move(hooks);
   parts_->input.Start();
+}
+
+void ConsoleFace::Leave() {
+  parts_->Quit();
 }
 
 void ConsoleFace::Finish() {

@@ -31,6 +31,7 @@ class ConsoleFace : public Face {
   ConsoleFace& operator=(const ConsoleFace&) = delete;
 
   void Start(Hooks hooks);
+  void Leave();   // the player has gone, as at the end of the input
   void Finish();  // writes out what waits
 
   void SetEvents(FaceEvents* events) override;

@@ -158,8 +158,7 @@ struct JsonFace::Parts {
                                 dialog.Driver().Model()->Controls[static_cast<std::size_t>(control)].Text + text);
     } else if (entry != nullptr) {
       ChangeFocus(MainFocus::Entry);
-      entry->SetSelStart(entry->Length());
-      entry->SetSelText(text);
+      return keys.EnterLine(*entry, text);
     }
     keys.Press(keycode::Enter, 0);
   }
@@ -287,6 +286,10 @@ void JsonFace::Start(Hooks hooks) {
   parts_->hooks = std::move(hooks);
   parts_->started = true;
   parts_->input.Start();
+}
+
+void JsonFace::Leave() {
+  parts_->Leave();
 }
 
 void JsonFace::NoteExit(int code) {

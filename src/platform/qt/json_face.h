@@ -72,6 +72,7 @@ class JsonFace : public Face {
   static std::string UnknownEvents(const std::string& filter);
 
   void Start(Hooks hooks);  // begins to read; "ready" comes once the loop is idle
+  void Leave();             // the player has gone, as at the end of the input
   void NoteExit(int code);  // prints "exit" and writes everything out
   SpeechEngine& Engine();   // prints "speech" with type 3 and "silence"
   ScreenReader& Reader();   // prints "speech" with type 1 and "silence"

@@ -96,6 +96,7 @@ struct DesktopFace::Parts {
   FaceEvents* events = nullptr;
   MainFocus focus = MainFocus::Entry;
   bool closing = false;
+  bool gone = false;
   bool arrived = false;  // the player has been here: until then nobody has gone elsewhere
   bool focused = true;
   QTimer away;
@@ -111,6 +112,15 @@ DesktopFace::~DesktopFace() = default;
 
 void DesktopFace::Start(Hooks hooks) {
   parts_->hooks = std::move(hooks);
+}
+
+void DesktopFace::Leave() {
+  parts_->gone = true;
+  if (parts_->hooks.Quit) parts_->hooks.Quit();
+}
+
+bool DesktopFace::PlayerThere() const {
+  return !parts_->gone;
 }
 
 void DesktopFace::SetEvents(FaceEvents* events) {

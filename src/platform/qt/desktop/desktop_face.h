@@ -24,7 +24,7 @@ namespace corvid {
 class DesktopFace : public Face {
  public:
   struct Hooks {
-    std::function<void()> Quit;                   // the player has closed the window
+    std::function<void()> Quit;                   // the player has closed the window or has gone
     std::function<void(bool focused)> Focused{};  // the program has got the focus, or another one has
   };
 
@@ -34,6 +34,7 @@ class DesktopFace : public Face {
   DesktopFace& operator=(const DesktopFace&) = delete;
 
   void Start(Hooks hooks);
+  void Leave();  // the player has gone: the session of the desktop ends
 
   void SetEvents(FaceEvents* events) override;
   DialogView& Dialogs() override;
@@ -55,6 +56,7 @@ class DesktopFace : public Face {
   void SetClipboardText(const std::string& text) override;
   void StartProgram(const std::string& program, const std::string& file) override;
   void Notice(const std::string& text) override;
+  bool PlayerThere() const override;
 
  private:
   struct Parts;
