@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The scripts and definitions of a character: loading them with its session, and forgetting them.
+#include <unordered_set>
+
 #include "core/number.h"
 #include "core/text.h"
 #include "core/trap.h"
@@ -103,13 +105,13 @@ void Sessions::LoadCharSet(int16 Index, const std::string& path, const std::stri
 void Sessions::LoadTabWords(int16 owner, const std::string& path) {
   if (!platform_.files.FileExists(path)) platform_.files.WriteWhole(path, "", Privacy::Shared);
   const std::string text = platform_.files.ReadWhole(path);
+  std::unordered_set<std::string> known{""};  // a second connection reads the file again
+  for (int16 row = 1; row <= script_.TabWordCount; ++row)
+    if (script_.TabOwners[row] == owner) known.insert(script_.TabWords[row]);
   int32 pointer = 0;
   while (pointer >= 0) {
     const std::string word = Trim(ReadNextLine(text, pointer));
-    bool known = word.empty();
-    for (int16 row = 1; row <= script_.TabWordCount && !known; ++row)
-      known = script_.TabWords[row] == word && script_.TabOwners[row] == owner;
-    if (known) continue;  // a second connection reads the file again
+    if (!known.insert(word).second) continue;
     script_.TabWordCount = AddInt16(script_.TabWordCount, 1);
     script_.TabWords.Resize(script_.TabWordCount);
     script_.TabOwners.Resize(script_.TabWordCount);

@@ -19,6 +19,11 @@ void Write(TextModel& viewport, std::string_view text) {
   if (!text.empty()) viewport.SetSelText(text);
 }
 
+// ViewEnd stands for the end of text also where more text than that has come over from the other family.
+void GoToEnd(TextModel& viewport, int32 viewEnd) {
+  viewport.SetSelStart(std::max(viewEnd, viewport.Length()));
+}
+
 void MoveText(TextModel& from, TextModel& to) {
   if (from.Length() == 0) return;
   to.SetText(from.View());
@@ -55,7 +60,7 @@ void OutputWindows::DisplayOutputBuffer(int16 Index) {
   TextModel& viewport = sessions_.OutputWindow(Index);
   if (waiting.empty() || viewport.SelLength() != 0) return;
   const int32 remembered = viewport.SelStart();
-  viewport.SetSelStart(sessions_.ViewEnd);
+  GoToEnd(viewport, sessions_.ViewEnd);
   if (options_.ColourDisplay) {
     DisplayColours(Index, waiting);
   } else {
@@ -82,7 +87,7 @@ std::optional<OutputWindows::Tag> OutputWindows::FindTag(std::string_view word) 
 void OutputWindows::DisplayColours(int16 Index, std::string_view l2) {
   if (l2.empty()) return;
   TextModel& viewport = *sessions_.EditViewPortR[Index];
-  viewport.SetSelStart(sessions_.ViewEnd);
+  GoToEnd(viewport, sessions_.ViewEnd);
   viewport.SetSelLength(0);
   std::size_t written = 0;  // what stands before this place is in the viewport
   std::size_t open = l2.find('<');
@@ -157,7 +162,7 @@ void OutputWindows::ClearViewports(int16 Index) {
 
 void OutputWindows::AppendNow(int16 Index, std::string_view text) {
   TextModel& viewport = sessions_.OutputWindow(Index);
-  viewport.SetSelStart(sessions_.ViewEnd);
+  GoToEnd(viewport, sessions_.ViewEnd);
   viewport.SetSelLength(0);
   viewport.SetSelText(text);
   CheckViewPortSize(Index);

@@ -106,6 +106,7 @@ int16 Sessions::OpenMud(int16 MudIndex, int16 flags) {
   sessionBefore_[slot] = before;
   PrepareSlot(slot, MudIndex);
   if ((flags & opening::Offline) == 0) return StartConnecting(slot) ? int16{0} : int16{-1};
+  platform_.sockets.Disconnect(slot);  // its character may have been connecting
   NoteState(slot, "offline");
   const int32 opening = openings_[slot];
   LoadCharacterSets(slot, flags);  // PUMP

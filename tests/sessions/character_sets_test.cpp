@@ -87,7 +87,7 @@ TEST_F(SetsTest, AsksForASavedStateWhenToldTo) {
 }
 
 TEST_F(SetsTest, ReadsTabWords) {
-  memory.files.Put("/data/Aard/Bob.Tab", "sword\r\n\r\nshield\nhelmet");
+  memory.files.Put("/data/Aard/Bob.Tab", "sword\r\n\r\nshield\nhelmet\r\n sword ");
   sessions.LoadCharacterSets(0, 0);
   sessions.LoadCharacterSets(0, 0);
   ASSERT_EQ(script.TabWordCount, 3) << "a second load adds none twice";

@@ -184,6 +184,17 @@ TEST_F(OutputTest, MovesTheTextWithTheFamily) {
   EXPECT_FALSE(state.EditViewPortR[0]->Visible());
 }
 
+TEST_F(OutputTest, AppendsBehindALongTextThatCameOver) {
+  UseColours();
+  options.OutputWindowSize = 200;
+  View().SetText(std::string(100000, 'a'));
+  options.ColourDisplay = false;
+  output.SelectOutputWindow(false);
+  state.OutputBuffer[0] = "new";
+  output.DisplayOutputBuffer(0);
+  EXPECT_EQ(View().Text(), std::string(22497, 'a') + "new");
+}
+
 TEST_F(OutputTest, ShowsOneViewportAlone) {
   sessions.ResizeConnections(2);
   output.CurrentViewPort(1);

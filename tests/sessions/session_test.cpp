@@ -176,6 +176,17 @@ TEST_F(OpenTest, WorksOffline) {
   EXPECT_EQ(script.CurrentSocket, 1) << "a connection leaves slot 0 alone";
 }
 
+TEST_F(OpenTest, EndsAnAttemptToConnectForOfflineWork) {
+  memory.sockets.ConnectDelay = 5000;
+  const int16 row = Character("Aard", "Bob", "bob");
+  sessions.OpenMud(row, 0);
+  EXPECT_EQ(sessions.OpenMud(row, opening::Offline), 0);
+  EXPECT_EQ(script.CurrentSocket, 1) << "its own slot";
+  Pass(6000);
+  EXPECT_FALSE(memory.sockets.Connected(1));
+  EXPECT_EQ(Screen(1), "Working Offline.");
+}
+
 TEST_F(OpenTest, RefusesAnUnknownService) {
   state.Port[Character("Aard", "Bob", "bob")] = "nosuchservice";
   EXPECT_EQ(sessions.OpenMud(1, 0), -1);
