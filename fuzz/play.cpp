@@ -7,6 +7,7 @@
 
 #include "core/keys.h"
 #include "house.h"
+#include "trigger_set.h"
 
 namespace {
 
@@ -14,11 +15,11 @@ using corvid::int16;
 using corvid::fuzz::House;
 
 // What a player has in his scripts, and what he changes while he plays.
-constexpr std::array<const char*, 24> Lines{
-    "#TRIGGER {*shouts*} {#VAR heard {%0};look}",
-    "#TRIGGER {<who> tells you '<what>'} {#VAR teller @who;reply @what}",
-    "#TRIGGER {Gag this} {#GAG}",
-    "#TRIGGER {*hp *gold>} {#CLASS fight enable} prompt COLOR",
+constexpr std::array<const char*, 26> Lines{
+    "#TRIGGER {*shouts*} {#SUBSTITUTE {%1 says %2}}",
+    "#TRIGGER {&who tells you '&what'} {#VAR teller @who;reply @what} {} ANYCASE",
+    "#UNTRIGGER {*shouts*}",
+    "#TRIGGER {Bright Red} {#CLASS fight enable} prompt COLOR",
     "#ALIAS {k} {kill %1;loot %1}",
     "#KEY F5 {look;#WAIT 0.1;score}",
     "#CONFIGURE CompressOutput False",
@@ -39,6 +40,8 @@ constexpr std::array<const char*, 24> Lines{
     "#SAVE",
     "#ALARM 1 {look}",
     "#KILLALL",
+    "#LOAD {Aard/triggers.set}",
+    "#CLASS counting enable",
 };
 
 class Play {
@@ -47,6 +50,7 @@ class Play {
     house_.Do("#MUD bob Aard aard.example 4000 Bob secret");
     house_.Do("#MUD amy Aard aard.example 4000 Amy secret");
     house_.Do("#CONNECT bob");
+    corvid::fuzz::LoadTriggers(house_);
   }
   void Step(std::uint8_t what, const std::string& bytes) {
     const int16 session = house_.corvid.scriptState.CurrentSocket;
