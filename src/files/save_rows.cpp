@@ -76,15 +76,15 @@ void Saving::SaveTriggers(OwnerId Owner, std::string& text) const {
 void Saving::SaveTabWords(OwnerId Owner, std::string& text) const {
   for (int16 row = 1; row <= script_.TabWordCount; ++row) {
     if (script_.TabOwners[row] != Owner || script_.TabWords[row].empty()) continue;
-    text += CommandStart(Owner) + "tab " + Braced(script_.TabWords[row]) + "\r\n";
+    text += CommandStart(Owner) + "tab " + Braced(ScriptValue(script_.TabWords[row], options_)) + "\r\n";
   }
 }
 
 void Saving::SaveDirections(OwnerId Owner, std::string& text) const {
   for (int16 row = 1; row <= script_.AbbreviationCount; ++row) {
     if (script_.AbbreviationOwners[row] != Owner || script_.AbbreviationFrom[row].empty()) continue;
-    text += CommandStart(Owner) + "Direction " + Braced(script_.AbbreviationFrom[row]) + " " +
-            Braced(script_.AbbreviationTo[row]) + "\r\n";
+    text += CommandStart(Owner) + "Direction " + Braced(ScriptValue(script_.AbbreviationFrom[row], options_)) + " " +
+            Braced(ScriptValue(script_.AbbreviationTo[row], options_)) + "\r\n";
   }
 }
 
