@@ -135,6 +135,93 @@ TEST_F(TwoGames, AFailingAnswerToTheServerCostsItsConnectionAlone) {
   Reconnect();
 }
 
+TEST_F(TwoGames, WhatTheNetworkTakesInPiecesArrivesWholeAndInOrder) {
+  run.Do("#CHAR bob");
+  Forget();
+  MemorySockets& sockets = run.memory.sockets;
+  sockets.Congest(1, 3);
+  run.Do("look");
+  run.Do("north");
+  sockets.Receive(1, "\xFF\xFD\x18");  // DO terminal type is answered behind what waits
+  EXPECT_EQ(sockets.TakeWritten(1), "loo");
+  run.memory.loop.Pass(60000);
+  EXPECT_EQ(sockets.TakeWritten(1), "");
+  sockets.Drain(1, 4);
+  EXPECT_EQ(sockets.TakeWritten(1), "k\r\nn");
+  run.Do("#CHAR amy");
+  run.Do("sing");
+  EXPECT_EQ(sockets.TakeWritten(2), "sing\r\n");
+  sockets.Drain(1);
+  EXPECT_EQ(sockets.TakeWritten(1), "orth\r\n\xFF\xFB\x18");
+  EXPECT_EQ(run.Asked(), Texts());
+  AmyPlays();
+}
+
+TEST_F(TwoGames, HalfALineThatWasTakenIsNeitherEndedNorSentAgain) {
+  run.Do("#CHAR bob");
+  Forget();
+  MemorySockets& sockets = run.memory.sockets;
+  sockets.Congest(1, 3);
+  run.Do("look");
+  run.Do("north");
+  sockets.Reset(1);
+  EXPECT_EQ(sockets.TakeWritten(1), "loo");
+  EXPECT_EQ(Heard(), Texts({"5 Connection closed"}));
+  EXPECT_EQ(run.Asked(), Texts());
+  const std::string log = LogOf("bob");
+  EXPECT_NE(log.find("look\r\n"), std::string::npos) << log;
+  EXPECT_NE(log.find("north\r\n"), std::string::npos) << log;
+  AmyPlays();
+  Reconnect();
+  EXPECT_EQ(sockets.TakeWritten(1), "");
+  run.Do("#CHAR bob");
+  run.Do("look");
+  EXPECT_EQ(sockets.TakeWritten(1), "look\r\n");
+}
+
+TEST_F(TwoGames, AConnectionThatWasHalfOpenEndsAsALostOne) {
+  run.memory.sockets.HalfOpen = true;
+  run.Do("#CHAR bob");
+  Forget();
+  run.Do("look");
+  run.memory.loop.Pass(900000);
+  run.memory.sockets.Reset(1, 110);
+  EXPECT_EQ(Heard(), Texts({"5 Connection closed"}));
+  EXPECT_EQ(run.memory.face.Title, "Corvid bob [Not connected]");
+  run.memory.sockets.HalfOpen = false;
+  run.memory.face.Will("No");
+  run.Do("look");
+  EXPECT_EQ(run.Asked(), Texts({"MSGBOX Connect|Would you like to connect bob?"}));
+  AmyPlays();
+  Reconnect();
+}
+
+// A trigger that waits is entered again by the next line, and the one after. A game that goes on talking fills no stack
+// by that: from some depth on the trigger fails, which is told, and every line is heard and logged.
+TEST_F(TwoGames, LinesThatComeWhileEachTriggerWaitsDoNotPileUpWithoutEnd) {
+  run.Do("#CHAR bob");
+  run.Do("#VARIABLE seen 0");
+  run.Do("#TRIGGER {line *} {#MATH seen @seen+1;#WAIT 30}");
+  Forget();
+  constexpr int lines = 3000;
+  int sent = 0;
+  const auto talk = run.corvid.platform.timers.Create([&] {
+    if (sent == lines) return;
+    run.memory.sockets.Receive(1, "line " + std::to_string(++sent) + "\r\n");
+  });
+  talk->SetInterval(5);
+  talk->SetEnabled(true);
+  run.memory.loop.Pass(60000);
+  EXPECT_EQ(sent, lines);
+  EXPECT_EQ(run.Variable("seen"), std::to_string(Dispatcher::FrameLimit));
+  EXPECT_NE(run.ErrorLog().find("recursive check - probable infinite loop detected in command: #MATH seen @seen+1"),
+            std::string::npos);
+  std::string log;
+  for (int number = 1; number <= lines; ++number) log += "line " + std::to_string(number) + "\r\n";
+  EXPECT_NE(LogOf("bob").find(log), std::string::npos);
+  AmyPlays();
+}
+
 TEST_F(TwoGames, ASlowServerIsHeardWhole) {
   run.Do("#CHAR bob");
   Forget();

@@ -206,15 +206,5 @@ TEST(DiskFaults, TheWholeDataFolderVanishesAndTheGameGoesOn) {
   EXPECT_EQ(run.Read("/data/Aard/bob.set"), "#alias {k} {kill}\r\n");
 }
 
-TEST(DiskFaults, ASettingsStoreThatCannotBeWrittenCostsOnlyTheMemoryOfTheFolder) {
-  RunningProgram run;
-  run.memory.settings.Fails = true;
-  ASSERT_TRUE(run.Start());
-  run.Do("#MUD bob Aard aard.example 4000 Bob secret");
-  run.Do("#CONNECT bob");
-  EXPECT_TRUE(run.memory.sockets.Connected(1));
-  EXPECT_TRUE(run.Exists("/data/Character.mud"));
-}
-
 }  // namespace
 }  // namespace corvid

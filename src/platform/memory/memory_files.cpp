@@ -234,25 +234,25 @@ void MemoryFiles::Put(const std::string& path, const std::string& bytes) {
   Fail = std::move(fail);
 }
 
-void MemorySettings::Ask() const {
-  if (Fails) throw Fault(FaultKind::Permission, "the store is read-only");
+void MemorySettings::Ask(bool writes) const {
+  if (Fails || (writes && ReadOnly)) throw Fault(FaultKind::Permission, "the store is read-only");
 }
 
 std::string MemorySettings::Get(const std::string& application, const std::string& section,
                                 const std::string& key) const {
-  Ask();
+  Ask(false);
   const auto found = values_.find(application + "/" + section + "/" + key);
   return found == values_.end() ? std::string() : found->second;
 }
 
 void MemorySettings::Set(const std::string& application, const std::string& section, const std::string& key,
                          const std::string& value) {
-  Ask();
+  Ask(true);
   values_[application + "/" + section + "/" + key] = value;
 }
 
 void MemorySettings::Delete(const std::string& application, const std::string& section, const std::string& key) {
-  Ask();
+  Ask(true);
   values_.erase(application + "/" + section + "/" + key);
 }
 

@@ -65,14 +65,15 @@ class MemoryPlaces : public Places {
 
 class MemorySettings : public Settings {
  public:
-  bool Fails = false;  // every operation is a Fault of kind Permission
+  bool Fails = false;     // every operation is a Fault of kind Permission
+  bool ReadOnly = false;  // Set and Delete are
   std::string Get(const std::string& application, const std::string& section, const std::string& key) const override;
   void Set(const std::string& application, const std::string& section, const std::string& key,
            const std::string& value) override;
   void Delete(const std::string& application, const std::string& section, const std::string& key) override;
 
  private:
-  void Ask() const;
+  void Ask(bool writes) const;
   std::map<std::string, std::string> values_;
 };
 

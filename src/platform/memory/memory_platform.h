@@ -15,6 +15,8 @@ namespace corvid {
 struct MemoryPlatform {
   MemoryPlatform() {
     loop.Idle = [this] { return face.AnswerDialog(); };
+    // As with the real device, which tells it from a thread of its own.
+    sounds.Lost = [this](const std::string& text) { loop.Post([this, text] { face.Notice(text); }); };
   }
 
   EffectLog effects;
@@ -29,6 +31,12 @@ struct MemoryPlatform {
   MemorySounds sounds{clock, effects};
 
   Platform All() { return {clock, loop, loop, sockets, files, places, settings, speech, speech, face, sounds}; }
+
+  // The one device that voices and sounds come out of goes, or is there again.
+  void PlugAudio(bool plugged) {
+    speech.Died = plugged ? MemorySpeech::Death::None : MemorySpeech::Death::Silent;
+    sounds.SetPlugged(plugged);
+  }
 
   // A sound file on the disk that can be played.
   void PutSound(const std::string& path, int milliseconds, int16 channels = 1, int32 frequency = 22050) {

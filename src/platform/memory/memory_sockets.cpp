@@ -62,6 +62,7 @@ int MemorySockets::Disconnect(int16 Index) {
   if (slot.connected) effects_.Add("disconnect", std::to_string(Index));
   slot.connected = slot.connecting = false;
   slot.incoming.clear();
+  slot.waiting.clear();
   return DisconnectError;
 }
 
@@ -86,18 +87,56 @@ int MemorySockets::Write(int16 Index, std::string_view bytes) {
   }
   if (WriteRoom != std::string::npos) WriteRoom -= bytes.size();
   if (HalfOpen) return static_cast<int>(bytes.size());
-  slot.written += bytes;
-  effects_.Add("wire", std::to_string(Index) + " " + std::string(bytes));
+  slot.waiting += bytes;
+  Flow(Index);
   return static_cast<int>(bytes.size());
+}
+
+// Lets pass what the network takes.
+void MemorySockets::Flow(int16 Index) {
+  Slot& slot = At(Index);
+  const std::string passes = slot.waiting.substr(0, slot.room);
+  if (passes.empty()) return;
+  slot.waiting.erase(0, passes.size());
+  if (slot.room != std::string::npos) slot.room -= passes.size();
+  slot.written += passes;
+  effects_.Add("wire", std::to_string(Index) + " " + passes);
+}
+
+void MemorySockets::Congest(int16 Index, std::size_t room) {
+  At(Index).room = room;
+}
+
+void MemorySockets::Drain(int16 Index, std::size_t bytes) {
+  At(Index).room = bytes;
+  Flow(Index);
 }
 
 void MemorySockets::Receive(int16 Index, std::string_view bytes) {
   At(Index).incoming += bytes;
-  while (events_ != nullptr && !At(Index).incoming.empty() && At(Index).connected) events_->OnRead(Index);
+  Deliver(Index);
+}
+
+void MemorySockets::Deliver(int16 Index) {
+  while (events_ != nullptr && !At(Index).incoming.empty() && At(Index).connected) {
+    const std::size_t waits = At(Index).incoming.size();
+    events_->OnRead(Index);
+    if (At(Index).incoming.size() != waits) continue;
+    auto& retry = retries_.at(static_cast<std::size_t>(Index));
+    if (!retry)
+      retry = loop_.Create([this, Index] {
+        retries_.at(static_cast<std::size_t>(Index))->SetEnabled(false);
+        Deliver(Index);
+      });
+    retry->SetInterval(RetryMilliseconds);
+    retry->SetEnabled(true);
+    return;
+  }
 }
 
 void MemorySockets::CloseByPeer(int16 Index) {
   At(Index).connected = false;
+  At(Index).waiting.clear();
   if (events_ != nullptr) events_->OnDisconnect(Index);
 }
 

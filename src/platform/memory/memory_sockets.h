@@ -37,8 +37,14 @@ class MemorySockets : public Sockets {
   std::size_t WriteRoom = std::string::npos;  // bytes that a server that reads nothing still lets through
   int DisconnectError = 0;
   bool FailCreate = false;  // Create is a Fault of kind Internal
-  // Bytes from the server; the client's handler is called at once, as often as 4,096-byte reads are needed.
+  // From now on the network takes only so many bytes of what is written to this slot; the rest waits, in its order,
+  // until Drain lets more of it pass. It is lost with the connection.
+  void Congest(int16 Index, std::size_t room);
+  void Drain(int16 Index, std::size_t bytes = std::string::npos);
+  // Bytes from the server; the client's handler is called at once, as often as 4,096-byte reads are needed. One that
+  // leaves them unread is asked again RetryMilliseconds later.
   void Receive(int16 Index, std::string_view bytes);
+  static constexpr int RetryMilliseconds = 10;
   void CloseByPeer(int16 Index);
   // The connection breaks: what waits to be read is lost, and LastError tells the system's number.
   void Reset(int16 Index, int error = 104);
@@ -50,19 +56,23 @@ class MemorySockets : public Sockets {
  private:
   struct Slot {
     bool created = false, connected = false, connecting = false;
-    std::string host, port, incoming, written;
+    std::string host, port, incoming, written, waiting;
+    std::size_t room = std::string::npos;  // bytes that the network still takes
     int lastError = 0;
     unsigned attempt = 0;  // a delayed answer counts only for the attempt it belongs to
   };
   Slot& At(int16 Index) { return slots_.at(static_cast<std::size_t>(Index)); }
   const Slot& At(int16 Index) const { return slots_.at(static_cast<std::size_t>(Index)); }
   void Complete(int16 Index, unsigned attempt);
+  void Deliver(int16 Index);
+  void Flow(int16 Index);
 
   MemoryLoop& loop_;
   EffectLog& effects_;
   SocketEvents* events_ = nullptr;
   std::array<Slot, MaxConnections + 2> slots_;
   std::vector<std::unique_ptr<Timer>> delays_;
+  std::array<std::unique_ptr<Timer>, MaxConnections + 2> retries_;
 };
 
 }  // namespace corvid

@@ -20,6 +20,12 @@ std::string Line(const std::string& op, const TimedPlayer& player) {
 
 }  // namespace
 
+void MemorySounds::SetPlugged(bool plugged) {
+  if (plugged_ && !plugged && Lost)
+    Lost("The sound device is gone. Voices and sounds are heard again as soon as there is one.");
+  plugged_ = plugged;
+}
+
 std::shared_ptr<const SoundData> MemorySounds::Load(const std::string& path, std::string& error) {
   ++Loads;
   const auto found = lengths_.find(path);
@@ -32,9 +38,10 @@ std::unique_ptr<SoundPlayer> MemorySounds::Create(const SoundLength& length, boo
                                                   const SoundLabel& label) {
   if (PlayersLeft <= 0) return nullptr;
   --PlayersLeft;
-  return std::make_unique<TimedPlayer>(
-      clock_, length, inBackground, label,
-      [this](const char* op, const TimedPlayer& player) { effects_.Add("sound", Line(op, player)); });
+  return std::make_unique<TimedPlayer>(clock_, length, inBackground, label,
+                                       [this](const char* op, const TimedPlayer& player) {
+                                         if (plugged_) effects_.Add("sound", Line(op, player));
+                                       });
 }
 
 std::unique_ptr<SoundPlayer> MemorySounds::CreatePlayer(const std::shared_ptr<const SoundData>& data, bool inBackground,

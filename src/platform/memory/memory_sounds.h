@@ -2,6 +2,7 @@
 // A sound card that writes down what it would play. A sound ends when its length has passed on the test's clock.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -28,6 +29,10 @@ class MemorySounds : public SoundOutput {
   std::unique_ptr<SoundPlayer> CreateStreamed(const std::string& path, bool inBackground, const SoundLabel& label,
                                               std::string& error) override;
   void SetFocused(bool focused) override { Focused = focused; }
+  // The device goes, or is there again. Without it players run on in silence: effects tell of none of them. Lost is
+  // told the text for the player, once each time.
+  void SetPlugged(bool plugged);
+  std::function<void(const std::string& text)> Lost;
 
   bool Works = true;
   bool Focused = true;
@@ -40,6 +45,7 @@ class MemorySounds : public SoundOutput {
   const Clock& clock_;
   EffectLog& effects_;
   std::map<std::string, SoundLength> lengths_;
+  bool plugged_ = true;
 };
 
 }  // namespace corvid
