@@ -42,10 +42,11 @@ void Show(CommandHouse& house, int16 session, const std::string& text) {
 }
 
 // Puts the definition of a walk into the script that is being worked on, in the place of an older one of the name.
+// Kept: what a global walk replaces is the character's own; one that was global already stays before it.
 void SaveWalk(CommandCall& call, const std::string& name, const std::string& line) {
   CommandHouse& house = call.house;
   const int16 script = house.script.DefiningBuffer;
-  const std::string word = std::string(1, house.options.CommandChar) + (call.definitionOwner == 0 ? "GALIAS" : "ALIAS");
+  const std::string word = std::string(1, house.options.CommandChar) + "ALIAS";
   house.scriptFiles.UpdateBuffer(script, UpdateAction::Write, line, "", {word, "." + name, "", ""});
   const std::string told =
       "Recorded commands have been saved in " + Buffers::ShortName(house.buffers.BufferFile[script]) + "\r\n";
@@ -105,17 +106,13 @@ void handler::Erase(CommandCall& call) {
   const std::size_t body = steps.ends_with(separator) ? steps.size() - separator.size() : steps.size();
   const std::size_t last =
       separator.empty() ? std::string::npos : std::string_view(steps).substr(0, body).rfind(separator);
-  std::string told;
-  if (steps.size() <= 1) {
-    steps.clear();
-  } else if (last == std::string::npos) {
-    told = steps;
-    steps.clear();
-  } else {
-    told = steps.substr(last + separator.size(), body - last - separator.size());
-    steps.erase(last + separator.size());
-  }
-  if (!told.empty()) house.upcalls.speaker.SpeakOut("erasing " + told, Channel::Incoming, 0);
+  if (steps.size() <= 1) return steps.clear();
+  const std::size_t start = last == std::string::npos ? 0 : last + separator.size();
+  // Kept: the only step is told with its separator.
+  const std::size_t end = last == std::string::npos ? steps.size() : body;
+  const std::string told = steps.substr(start, end - start);
+  steps.erase(start);
+  house.upcalls.speaker.SpeakOut("erasing " + told, Channel::Incoming, 0);
 }
 
 void handler::Direction(CommandCall& call) {

@@ -42,10 +42,10 @@ void CutEnds(std::string& steps, const std::string& separator) {
   if (steps.ends_with(separator)) steps.erase(steps.size() - separator.size());
 }
 
-// Taking one pair away can bring the next together, so it goes on until nothing changes.
+// Taking one pair away can bring the next together, so it goes on until nothing changes. Kept: a recording ends with a
+// separator, so a last step that the table has without an opposite is a pair with the nothing behind it and goes too.
 std::string WithoutDetours(const AbbreviationTable& directions, std::string steps, const std::string& separator) {
   std::size_t before = 0;
-  CutEnds(steps, separator);
   do {
     before = steps.size();
     steps = separator + steps + separator;

@@ -15,7 +15,8 @@ struct RecordingWishes {
 };
 
 // The steps of a record buffer, ready for a definition: directions in upper case, no empty step, no separator at
-// either end. A direction and its opposite cancel only where the table holds them in this order.
+// either end. A direction and its opposite cancel only where the table holds them in this order; so does, at the end of
+// a recording, a direction whose opposite is empty.
 std::string RecordedSteps(const AbbreviationTable& directions, const std::string& recorded,
                           const std::string& separator, const RecordingWishes& wishes);
 

@@ -12,10 +12,6 @@ namespace {
 constexpr const char* PlaybackClass = "playback";
 constexpr const char* RecordingClass = "Recording";
 
-bool IsCommand(const CommandHouse& house, const std::string& step) {
-  return LTrim(step).starts_with(house.options.CommandChar);
-}
-
 // Off the session's buffer; with its last step the walk is over.
 std::string NextStep(CommandHouse& house, int16 session) {
   bool more = false;
@@ -55,7 +51,8 @@ void CallWalk(CommandCall& call, const std::string& body, bool backwards, int16 
   house.symbols.CheckAndAddClass(PlaybackClass, call.owner);
   std::string step = NextStep(house, session);
   // The game does not answer a command of the client's own, so nothing would release the step behind it.
-  if (IsCommand(house, step) && !separator.empty()) step += separator + house.options.CommandChar + "OK";
+  if (step.starts_with(house.options.CommandChar) && !separator.empty())
+    step += separator + house.options.CommandChar + "OK";
   RunAsAlias(call, step, definedIn);
 }
 
@@ -68,8 +65,7 @@ void WalkOn(CommandCall& call) {
     const int16 state = sessions.WalkState[session];
     if ((state & walkstate::Playing) == 0 || (state & walkstate::Paused) != 0) return;
     const std::string step = NextStep(house, session);
-    if (step.empty() && sessions.WalkState[session] == walkstate::Idle) return;  // it had no step left
-    command = IsCommand(house, step);
+    command = LTrim(step).starts_with(house.options.CommandChar);
     if (!RunNested(call, step, call.rvar, call.outchannel, DepthBack::BeforeAborts)) return;  // PUMP
   } while (command);
 }

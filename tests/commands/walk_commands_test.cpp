@@ -135,6 +135,13 @@ TEST_F(WalkTest, ASavedWalkGoesIntoTheScriptThatIsWorkedOn) {
   EXPECT_TRUE(buffers.BufferText[4].ends_with("#alias {.y} {w}\r\n#Galias {.z} {N}\r\n")) << buffers.BufferText[4];
 }
 
+TEST_F(WalkTest, AGlobalWalkIsSavedInThePlaceOfTheCharactersOwn) {
+  WorkIn("/data/hills.set", "#Galias {.x} {s}\r\n#alias {.x} {w}\r\n#alias {.y} {w}\r\n");
+  Run("#RECORD;n");
+  EXPECT_EQ(Run("#GENDRECORD x SAVE"), "");
+  EXPECT_EQ(buffers.BufferText[4], "#Galias {.x} {s}\r\n#Galias {.x} {N}\r\n#alias {.y} {w}\r\n");
+}
+
 TEST_F(WalkTest, SavingWithoutAScriptKeepsTheWalkInNewLines) {
   Run("#RECORD;n");
   EXPECT_EQ(Run("#ENDRECORD x SAVE"), "");
@@ -173,7 +180,9 @@ TEST_F(WalkTest, TheLastStepIsErased) {
     const char* spoken;
     const char* left;
   };
-  for (const Row& row : {Row{"erasing e", "n;open gate;"}, Row{"erasing open gate", "n;"}, Row{"erasing n;", ""}}) {
+  Buffer() += ";";  // an empty line was sent
+  for (const Row& row : {Row{"erasing ", "n;open gate;e;"}, Row{"erasing e", "n;open gate;"},
+                         Row{"erasing open gate", "n;"}, Row{"erasing n;", ""}}) {
     EXPECT_EQ(Run("#ERASE"), "");
     EXPECT_EQ(Of("speech"), Lines{std::string("1 ") + row.spoken});
     EXPECT_EQ(Buffer(), row.left);
@@ -357,6 +366,16 @@ TEST_F(WalkTest, CommandsInASlowWalkPassByThemselves) {
   EXPECT_EQ(State(), 0);
 }
 
+TEST_F(WalkTest, AFirstCommandBehindABlankWaitsForItsOk) {
+  options.SlowWalk = true;
+  Define(".x", " #MATH a 1;N;E");
+  Run(".x");
+  EXPECT_EQ(Variable("a", Owner()), "1");
+  EXPECT_EQ(Steps(), "");
+  Run("#OK");
+  EXPECT_EQ(Steps(), "N");
+}
+
 TEST_F(WalkTest, EachOkReleasesOneStepWhateverCommandsStandBetween) {
   options.SlowWalk = true;
   Define(".x", "N;E;#MATH a 1;S;#MATH a 2;W;#MATH a 3");
@@ -478,13 +497,14 @@ TEST_F(WalkTest, AWalkThatWalksItselfIsStopped) {
   EXPECT_EQ(Run(".y"), "recursive check - probable infinite loop detected");
 }
 
-TEST_F(WalkTest, ATrailingSeparatorSendsNothingMore) {
+TEST_F(WalkTest, BehindATrailingSeparatorIsOneMoreStepThatIsEmpty) {
   options.SlowWalk = true;
   Define(".x", "N;");
   Run(".x");
   EXPECT_EQ(Steps(), "N");
+  EXPECT_EQ(State(), 1);
   Run("#OK");
-  EXPECT_EQ(Steps(), "");
+  EXPECT_EQ(Of("send"), Lines{"1 "});
   EXPECT_EQ(State(), 0);
   EXPECT_FALSE(ClassOn("playback"));
 }

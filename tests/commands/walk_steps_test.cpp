@@ -52,6 +52,8 @@ TEST(WalkSteps, ARecordingIsTidied) {
       {"n;get all;;e;", DirectionsOnly, "N;E"},
       {"n;s;e;", Compress, "E"},
       {"n;e;w;s;e;", Compress, "E"},
+      {"n;e;w;s;", Compress, ""},
+      {"look;n;e;s;n;w;s;", Compress, "look"},
       {"n;s;n;s;", Compress, ""},
       {"n;look;s;", Compress, "N;look;S"},
       {"n;look;s;", Both, ""},
@@ -68,9 +70,16 @@ TEST(WalkSteps, StepsUndoEachOtherOnlyInTheOrderOfTheTable) {
   EXPECT_EQ(RecordedSteps(Directions({{"N", "S"}, {"S", ""}}), "s;n;e;n;s;", ";", Compress), "S;N;e");
 }
 
-TEST(WalkSteps, ADirectionWithoutAnOppositeIsNeverUndone) {
+TEST(WalkSteps, OfADirectionWithoutAnOppositeOnlyTheLastStepIsTakenAway) {
   const AbbreviationTable lonely = Directions({{"ENTER", ""}});
-  EXPECT_EQ(RecordedSteps(lonely, "enter;enter;", ";", Compress), "ENTER;ENTER");
+  struct Row {
+    const char* recorded;
+    const char* steps;
+  };
+  for (const Row& row : {Row{"enter;", ""}, Row{"n;enter;", "n"}, Row{"enter;n;", "ENTER;n"},
+                         Row{"enter;enter;", "ENTER"}, Row{"enter;n;enter;", "ENTER;n"}, Row{"enter", "ENTER"}})
+    EXPECT_EQ(RecordedSteps(lonely, row.recorded, ";", Compress), row.steps) << row.recorded;
+  EXPECT_EQ(RecordedSteps(lonely, "n;enter;", ";", Plain), "n;ENTER") << "only where detours are taken out";
 }
 
 TEST(WalkSteps, BackwardsIsTheLastStepFirstEachTurnedRound) {
