@@ -20,7 +20,8 @@ bool HasPath(const std::string& name) {
 void FileOperations::Run(std::string_view OpType, const std::string& FileSpec2, std::string& ErrorDescription,
                          const std::string& param1, const std::string& param2, int16& outchannel) {
   if (outchannel == CurrentSession) outchannel = house_.script.CurrentSocket;
-  if (OpType == fileoperation::New && IsNew(FileSpec2)) return ShowNew(FileSpec2);  // PUMP
+  // Kept: a new file is looked for all the same, and that it is not on the disk yet is told.
+  if (OpType == fileoperation::New && IsNew(FileSpec2)) ShowNew(FileSpec2);  // PUMP
   std::string path = Locate(FileSpec2, ErrorDescription, outchannel);
   if (!ErrorDescription.empty()) return;
   try {

@@ -20,8 +20,9 @@ class FileOperations {
   // A name without a path is looked for in the user data folder, then in the folder of the session's game. Load, Unload
   // and Check with param1 "NOREMOVE" keep what the file defined before. Send puts param1 before and param2 behind each
   // line and sends it as it stands; it ends at the first error. New shows a new buffer for a file that does not exist,
-  // and does nothing for one that does. ErrorDescription is set when the file is not there, or with the system's words
-  // when the operation failed; a player who refuses to give up changes ends it without an error. May pump events.
+  // and does nothing for one that does. ErrorDescription is set when the file is not there (for New as well), or with
+  // the system's words when the operation failed; a player who refuses to give up changes ends Load, Unload and Check
+  // without an error. May pump events.
   void Run(std::string_view OpType, const std::string& FileSpec2, std::string& ErrorDescription,
            const std::string& param1, const std::string& param2, int16& outchannel);
 

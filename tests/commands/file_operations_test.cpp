@@ -60,7 +60,7 @@ TEST_F(FileOperationsTest, ANameWithAPathIsTakenAsItIs) {
   EXPECT_EQ(Do("DA", "/elsewhere/song.txt"), "");
   EXPECT_EQ(Do("DA", "\\elsewhere\\song.txt"), "");
   EXPECT_EQ(Written(), "away\r\naway\r\n");
-  EXPECT_EQ(Do("NE", "/elsewhere/fresh.set"), "");
+  EXPECT_EQ(Do("NE", "/elsewhere/fresh.set"), "Error finding file /elsewhere/fresh.set");
   EXPECT_GE(scriptFiles.GetBufferNumber("/elsewhere/fresh.set"), buffer::FirstScript);
 }
 
@@ -124,8 +124,8 @@ TEST_F(FileOperationsTest, WhatIsNotThereIsTold) {
   EXPECT_EQ(Do("DA", "Avalon"), "Error finding file /data/Avalon") << "a folder is no file";
 }
 
-TEST_F(FileOperationsTest, NewShowsABufferForAFileThatIsNotThere) {
-  EXPECT_EQ(Do("NE", "fresh.set"), "");
+TEST_F(FileOperationsTest, NewShowsABufferForAFileThatIsNotThereAndTellsThatItIsNot) {
+  EXPECT_EQ(Do("NE", "fresh.set"), "Error finding file /data/fresh.set or /data/Avalon/fresh.set");
   const int16 number = scriptFiles.GetBufferNumber("/data/fresh.set");
   ASSERT_GE(number, buffer::FirstScript);
   EXPECT_EQ(buffers.BufferFlags[number], buffer::Script | buffer::News);
@@ -143,13 +143,19 @@ TEST_F(FileOperationsTest, NewLeavesAFileThatIsThereAlone) {
   EXPECT_EQ(buffers.CurrentBuffer, buffer::EntryLine);
 }
 
-TEST_F(FileOperationsTest, NewKeepsAChangedBufferOfThatNameWhenThePlayerSaysSo) {
+TEST_F(FileOperationsTest, NewIsContentWithAFileOfTheGame) {
+  Put("Avalon/fresh.set", "");
   EXPECT_EQ(Do("NE", "fresh.set"), "");
+  EXPECT_EQ(buffers.CurrentBuffer, scriptFiles.GetBufferNumber("/data/fresh.set"));
+}
+
+TEST_F(FileOperationsTest, NewKeepsAChangedBufferOfThatNameWhenThePlayerSaysSo) {
+  Do("NE", "fresh.set");
   const int16 number = buffers.CurrentBuffer;
   buffers.EntryBox.SetText("#ALIAS a b\r\n");
   scriptFiles.MoveBuffers(buffer::EntryLine);
   prompter.Answers = {box::ResultCancel};
-  EXPECT_EQ(Do("NE", "fresh.set"), "");
+  Do("NE", "fresh.set");
   EXPECT_EQ(buffers.CurrentBuffer, buffer::EntryLine);
   EXPECT_EQ(buffers.BufferText[number], "#ALIAS a b\r\n");
 }
