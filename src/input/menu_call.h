@@ -43,6 +43,11 @@ class MenuList {
   // that has steps left takes its next one instead, and nothing is shown. May pump events then.
   virtual void SetupMenu(const std::vector<std::string>& VariantList, const std::vector<std::string>& StringList,
                          int16 MenuLength, const std::string& MenuName, int32 ListIndex) = 0;
+  // Its twin: the same by another name.
+  void xSetupmenu(const std::vector<std::string>& VariantList, const std::vector<std::string>& StringList,
+                  int16 MenuLength, const std::string& MenuName, int32 ListIndex) {
+    SetupMenu(VariantList, StringList, MenuLength, MenuName, ListIndex);
+  }
   virtual void CloseListBox() = 0;  // nothing happens when it is not open
   // Shows a menu ("MAIN//00") or does what an item stands for ("MAIN//FI"). May pump events.
   virtual void MenuRoutine(const std::string& FSelection) = 0;

@@ -55,7 +55,6 @@ void Menus::SetupMenu(const std::vector<std::string>& VariantList, const std::ve
     items.push_back(StringList[i]);
   menu.ListItems = std::move(items);
   menu.ListIndex = std::clamp<int32>(ListIndex, -1, static_cast<int32>(menu.ListItems.size()) - 1);
-  ++shown_;
   if (!menu.MenuAutoPath.empty()) return FollowPath();
   OpenListBox();
   SayItem();
@@ -89,7 +88,7 @@ void Menus::FollowPath() {
     return;
   }
   menu.ListIndex = static_cast<int32>(found - menu.ListItems.begin());
-  ChooseByKey();
+  RunItem();  // PUMP
 }
 
 void Menus::MenuRoutine(const std::string& FSelection) {
@@ -139,22 +138,18 @@ std::string Menus::Selection() const {
   return menu.CurrentMenu + std::string(Parting) + menu.ListItems.at(static_cast<std::size_t>(menu.ListIndex));
 }
 
-// Notes where the item leads to, so that Left finds the way back.
+// Notes where the item leads to, so that Left finds the way back. Kept: an item that leads nowhere is a step down too.
 void Menus::ChooseByKey() {
   MenuState& menu = house_.menu;
   if (menu.ListIndex < 0) return;
-  const std::string before = menu.CurrentMenu;
   menu.MenuDepth = AddInt16(menu.MenuDepth, 1);
   if (menu.MenuStack.size() <= static_cast<std::size_t>(menu.MenuDepth))
     menu.MenuStack.resize(static_cast<std::size_t>(menu.MenuDepth) + 1);
-  menu.MenuStack[static_cast<std::size_t>(menu.MenuDepth)] =
-      Upper(before) + Selection().substr(before.size()) + std::string(IndexMark) + std::to_string(menu.ListIndex);
-  const unsigned shown = shown_;
+  menu.MenuStack[static_cast<std::size_t>(menu.MenuDepth)] = Upper(menu.CurrentMenu) +
+                                                             Selection().substr(menu.CurrentMenu.size()) +
+                                                             std::string(IndexMark) + std::to_string(menu.ListIndex);
   menu.MenuActive = true;
   RunItem();  // PUMP
-  menu.MenuActive = false;
-  // An item that has led to no other menu is no step down.
-  if ((shown == shown_ || SameText(menu.CurrentMenu, before)) && menu.MenuDepth > 1) --menu.MenuDepth;
 }
 
 void Menus::GoBack() {
@@ -169,6 +164,9 @@ void Menus::GoBack() {
 
 bool Menus::ListKeyDown(int16 KeyCode, int16 Shift) {
   bool used = true;
+  // An item that waits may be in the midst of its work while this key comes.
+  const bool active = std::exchange(house_.menu.MenuActive, false);
+  const bool deleting = std::exchange(house_.menu.MenuDeleteKey, false);
   Trap trap{house_.upcalls.errors, "listMenu_keydown", {Keyname(KeyCode, Shift)}};
   trap.Step([&] {
     if (IsFocusKey(KeyCode) || (Shift & (ControlBit | AltBit)) != 0) return;
@@ -194,7 +192,8 @@ bool Menus::ListKeyDown(int16 KeyCode, int16 Shift) {
         }
     }
   });
-  house_.menu.MenuDeleteKey = false;
+  house_.menu.MenuActive = active;
+  house_.menu.MenuDeleteKey = deleting;
   return used;
 }
 

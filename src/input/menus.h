@@ -49,7 +49,6 @@ class Menus final : public MenuList {
   void SayNotBuilt(const std::string& what) const;
 
   MenuHouse house_;
-  unsigned shown_ = 0;      // counts menus shown: tells whether an item led to another
   int32 restoreIndex_ = 0;  // row that the menu shown next begins with
 };
 

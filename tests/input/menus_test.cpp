@@ -114,9 +114,7 @@ TEST_F(MenuTest, AnItemThatIsNotBuiltSaysSoAndTheMenuStays) {
   Letter('F');
   EXPECT_EQ(Spoken().back(), "5 Corvid does not have this menu yet: File");
   EXPECT_TRUE(menu.ListOpen);
-  EXPECT_EQ(menu.MenuDepth, 1);
-  Key(keycode::Left);
-  EXPECT_FALSE(menu.ListOpen);
+  EXPECT_EQ(menu.CurrentMenu, "MAIN");
 }
 
 TEST_F(MenuTest, ASelectionCodeCountsTwoCharactersInAnyCase) {
@@ -213,8 +211,19 @@ TEST_F(MenuTest, TheSlowWalkOptionIsToggledAndTheMenuStays) {
   EXPECT_EQ(Spoken().back(), "1w Slow Walk Option    On");
   Key(keycode::Enter, "\r");
   EXPECT_FALSE(options.SlowWalk);
+}
+
+TEST_F(MenuTest, EveryItemThatAKeyChoseIsAStepDownEvenWhereTheMenuStays) {
+  OpenWalkMenu();
+  Key(keycode::End);
+  Key(keycode::Enter, "\r");
+  EXPECT_EQ(menu.MenuDepth, 4);
+  EXPECT_EQ(menu.MenuStack[4], "AUTOWALK//Slow Walk Option    Off##6");
   Key(keycode::Left);
-  EXPECT_EQ(menu.CurrentMenu, "TOOLS") << "staying is no step down";
+  EXPECT_EQ(menu.CurrentMenu, "AUTOWALK");
+  EXPECT_EQ(Item(), "Slow Walk Option    On");
+  Key(keycode::Left);
+  EXPECT_EQ(menu.CurrentMenu, "TOOLS");
 }
 
 TEST_F(MenuTest, AnItemKnowsWhetherAKeyChoseItAndWhichOne) {
@@ -231,6 +240,23 @@ TEST_F(MenuTest, AnItemKnowsWhetherAKeyChoseItAndWhichOne) {
   EXPECT_EQ(seen, "active chosen idle deleted idle chosen ");
   EXPECT_FALSE(menu.MenuActive);
   EXPECT_FALSE(menu.MenuDeleteKey);
+}
+
+TEST_F(MenuTest, AKeyWithinAKeyKeepsToItself) {
+  std::string seen;
+  const auto note = [&] {
+    seen += std::string(menu.MenuActive ? "active " : "idle ") + (menu.MenuDeleteKey ? "deleted " : "chosen ");
+  };
+  bool nested = false;
+  runner.OnCommand = [&](const std::string&, int16&, std::string&, Parameters&, int16&) {
+    note();
+    if (std::exchange(nested, true)) return;
+    menus.ListKeyDown(keycode::Enter, 0);
+    note();
+  };
+  OpenWalkMenu();
+  Key(keycode::Delete);
+  EXPECT_EQ(seen, "idle deleted active chosen idle deleted ");
 }
 
 TEST_F(MenuTest, FinishingWithoutARecordingIsRefused) {
@@ -378,16 +404,26 @@ TEST_F(MenuTest, AMenuIsFilledFromBothListsUpToTheLength) {
   EXPECT_EQ(Item(), "one") << "a row that is not there is the nearest that is";
 }
 
+TEST_F(MenuTest, TheTwinShowsAMenuInTheSameWay) {
+  menus.xSetupmenu({"one"}, {"two", "three"}, 1, "CLASS", 1);
+  EXPECT_EQ(Of("menu"), Texts{"CLASS|one|two"});
+  EXPECT_EQ(Spoken(), Texts{"1w two"});
+  EXPECT_EQ(menu.CurrentMenu, "CLASS");
+}
+
 TEST_F(MenuTest, AnAutomaticWalkIsNotSeenUntilItsLastMenu) {
   menus.OpenMenu("MAIN//00", "TOOLS|RECORD");
   EXPECT_EQ(Of("menu").size(), 1u);
   EXPECT_EQ(menu.CurrentMenu, "AUTOWALK");
   EXPECT_EQ(Spoken(), Texts{"1w Begin Recording"});
+  EXPECT_EQ(menu.MenuDepth, 1) << "no key led here";
   Key(keycode::Left);
-  EXPECT_EQ(menu.CurrentMenu, "TOOLS") << "the way back is known";
-  Key(keycode::Escape);
+  EXPECT_FALSE(menu.ListOpen);
   memory.effects.Clear();
+  bool active = true;
+  runner.OnCommand = [&](const std::string&, int16&, std::string&, Parameters&, int16&) { active = menu.MenuActive; };
   menus.OpenMenu("MAIN//00", "tools|re|pause");
+  EXPECT_FALSE(active);
   EXPECT_EQ(Of("menu"), Texts{});
   EXPECT_EQ(Of("command"), Texts{"-2 #Pause"});
   EXPECT_EQ(menu.MenuAutoPath, "");
@@ -410,6 +446,7 @@ TEST_F(MenuTest, AFaultInAnItemIsLoggedAndTheProgramGoesOn) {
   };
   Key(keycode::Enter, "\r");
   EXPECT_EQ(Of("unknownerror").size(), 1u);
+  EXPECT_FALSE(menu.MenuActive);
   TapAlt();
   EXPECT_TRUE(menu.ListOpen);
 }
