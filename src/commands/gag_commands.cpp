@@ -90,7 +90,7 @@ void handler::Ignore(CommandCall& call) {
 }
 
 void handler::PassThru(CommandCall& call) {
-  if (!call.checkOnly()) call.house.sessions.PassThru[call.outchannel] = call.P[2];
+  if (!call.checkOnly()) call.house.sessions.PassThruPattern[call.outchannel] = call.P[2];
 }
 
 }  // namespace corvid

@@ -127,7 +127,7 @@ std::string Keyboard::PartByPattern(std::string line) const {
   const OptionsState& options = state_.options;
   if (!options.ExpandCommandLineVars || line.starts_with(options.PassThruChar)) return line;
   if (LTrim(line).starts_with(options.CommandChar)) return line;
-  for (const char c : state_.sessions.PassThru[state_.script.CurrentSocket])
+  for (const char c : state_.sessions.PassThruPattern[state_.script.CurrentSocket])
     line = Replace(std::move(line), std::string(1, c), options.CommandSeparator);
   return line;
 }

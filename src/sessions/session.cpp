@@ -57,7 +57,7 @@ void Sessions::ResizeConnections(int16 i) {
             sessions_.MspOn, sessions_.Utf8Seen, sessions_.ScriptsLoaded, sessions_.LogOpen);
   ResizeAll(i, sessions_.PartialLine, sessions_.ReadTimerLoaded, sessions_.OutputBuffer, sessions_.GagFlags,
             sessions_.GagLines, sessions_.GagNotice, sessions_.TextArrived, sessions_.HistoryLines,
-            sessions_.HistoryPos, sessions_.PassThru, sessions_.WalkState, sessions_.WalkBuffer,
+            sessions_.HistoryPos, sessions_.PassThruPattern, sessions_.WalkState, sessions_.WalkBuffer,
             sessions_.EditViewPortR, sessions_.editViewportT);
   int error = 0;
   for (int16 slot = from; slot <= i; ++slot) {

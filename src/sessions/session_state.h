@@ -61,8 +61,8 @@ struct SessionState : CharacterTable {
   Table<char> TextArrived;
   Table<std::array<std::string, 11>> HistoryLines;
   Table<int16> HistoryPos;
-  Table<std::string> PassThru;  // the session's pass-through text
-  Table<int16> WalkState;       // 0 idle, 1 slow walking, 2 recording
+  Table<std::string> PassThruPattern;  // the session's pass-through text
+  Table<int16> WalkState;              // 0 idle, 1 slow walking, 2 recording
   Table<std::string> WalkBuffer;
 
   Table<std::unique_ptr<TextModel>> EditViewPortR;  // rich family

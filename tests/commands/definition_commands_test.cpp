@@ -411,7 +411,7 @@ TEST_F(DefinitionTest, IgnoreSwitchesOff) {
 
 TEST_F(DefinitionTest, PassThruKeepsItsTextRaw) {
   EXPECT_EQ(Run("#PASSTHRU {@x %1}"), "");
-  EXPECT_EQ(sessions.PassThru[0], "@x %1");
+  EXPECT_EQ(sessions.PassThruPattern[0], "@x %1");
 }
 
 }  // namespace corvid::test

@@ -94,7 +94,7 @@ TEST_F(KeyboardTest, TwoAnglesSendAllThatFollowsUnchanged) {
 }
 
 TEST_F(KeyboardTest, TheSessionsCharactersPartALineWhenTheOptionSaysSo) {
-  state.PassThru[0] = "/.";
+  state.PassThruPattern[0] = "/.";
   Enter("n/n.look");
   EXPECT_EQ(keyboard.EntryLine, "n/n.look");
   options.ExpandCommandLineVars = true;
