@@ -32,8 +32,9 @@ std::optional<std::string> Without(const std::string& list, const std::string& n
 // What a class that goes means for one definition. True: the definition goes as well.
 using Verdict = bool (*)(std::string& classes, int16 definitionOwner, const std::string& name, OwnerId owner);
 
+// Kept: an empty name is the class list of what has no class, so all of that goes.
 bool GoesWithItsClass(std::string& classes, int16 /*definitionOwner*/, const std::string& name, OwnerId /*owner*/) {
-  return Without(classes, name).has_value();
+  return SameText(classes, name) || Without(classes, name).has_value();
 }
 
 bool GoesOrLosesItsClass(std::string& classes, int16 definitionOwner, const std::string& name, OwnerId owner) {
@@ -48,9 +49,9 @@ void RemoveClass(CommandCall& call, Verdict goes) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
   const std::string& name = call.P[2];
   if (name.find('|') != std::string::npos) return call.fail("Only one class may be specified in the  first parameter.");
-  if (name.empty()) return;
   ScriptState& script = call.house.script;
   const OwnerId owner = call.definitionOwner;
+  // Triggers keep their rows: the command may run in a trigger's action, and the walk over the others goes on.
   for (int16 i = 1; i <= script.TriggerCount; ++i) {
     const TriggerRecord& trigger = script.Triggers.Read(i);
     std::string classes = trigger.Class;
@@ -64,7 +65,7 @@ void RemoveClass(CommandCall& call, Verdict goes) {
     if (goes(script.MacroClasses[i], script.MacroOwners[i], name, owner)) script.MacroKeyCodes[i] = 0;
   for (int16 i = 1; i <= script.AliasCount; ++i)
     if (goes(script.AliasClasses[i], script.AliasOwners[i], name, owner)) script.AliasNames[i].clear();
-  call.house.symbols.CompressCommand(windowtype::Triggers | windowtype::Keys | windowtype::Aliases);
+  call.house.symbols.CompressCommand(windowtype::Keys | windowtype::Aliases);
   call.house.symbols.DeleteClass(name, owner);
   std::string& current = script.CurrentClass[call.outchannel];
   if (SameText(current, name)) current.clear();

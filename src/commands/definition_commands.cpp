@@ -90,8 +90,9 @@ void handler::AddItem(CommandCall& call) {
 void handler::UnAlias(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
   ScriptState& script = call.house.script;
+  const std::string_view name = TrimView(call.P[2]);
   for (int16 i = 1; i <= script.AliasCount; ++i) {
-    if (script.AliasOwners[i] != call.definitionOwner || !SameText(script.AliasNames[i], Trim(call.P[2]))) continue;
+    if (script.AliasOwners[i] != call.definitionOwner || !SameText(TrimView(script.AliasNames[i]), name)) continue;
     if (call.P[3].empty() || SameText(script.AliasClasses[i], call.P[3])) script.AliasNames[i].clear();
   }
   call.house.symbols.CompressCommand(windowtype::Aliases);

@@ -39,14 +39,14 @@ void Symbols::RemoveTrigger(int16 stype, OwnerId Owner, std::string_view sString
     }
     wanted = TriggerName(wanted);
   }
-  // Each definition comes through here to remove the one before it, so numbers are compared before texts.
+  // Each definition comes through here to remove the one before it, so numbers are compared before texts. A row that is
+  // free already counts too: a trigger that comes and goes with its class closes its own gaps.
   const std::uint32_t number = TriggerRows::NumberOfName(wanted);
   bool removed = false;
   for (int32 row = 1; row <= state_.TriggerCount; ++row) {
     if (state_.Triggers.NameNumber(row) != number) continue;
     const TriggerRecord& trigger = state_.Triggers.Read(row);
-    if (trigger.Pattern.empty() || trigger.Owner != Owner || !SameText(TriggerName(trigger.SearchText), wanted))
-      continue;
+    if (trigger.Owner != Owner || !SameText(TriggerName(trigger.SearchText), wanted)) continue;
     if (!sClass.empty() && !SameText(sClass, trigger.Class)) continue;
     state_.Triggers[row].Pattern.clear();
     removed = true;

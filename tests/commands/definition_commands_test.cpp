@@ -16,6 +16,16 @@ class DefinitionTest : public CommandTest {
     const int16 row = symbols.FindMacro(code, shift, owner, false);
     return row == 0 ? "(none)" : script.MacroValues[row];
   }
+  // What there is: aliases, keys, triggers, each kind joined by "|".
+  std::string Defined() const {
+    std::string aliases, keys, searches;
+    const auto add = [](std::string& list, const std::string& item) { list += (list.empty() ? "" : "|") + item; };
+    for (int16 i = 1; i <= script.AliasCount; ++i) add(aliases, script.AliasNames[i]);
+    for (int16 i = 1; i <= script.MacroCount; ++i) add(keys, Keyname(script.MacroKeyCodes[i], script.MacroShifts[i]));
+    for (int16 i = 1; i <= script.TriggerCount; ++i)
+      if (!script.Triggers.Read(i).Pattern.empty()) add(searches, script.Triggers.Read(i).SearchText);
+    return aliases + " " + keys + " " + searches;
+  }
 };
 
 TEST_F(DefinitionTest, AliasKeepsBodyOriginalBufferAndOwner) {
@@ -200,6 +210,12 @@ TEST_F(DefinitionTest, UnAliasTakesOwnerAndClassIntoAccount) {
   EXPECT_EQ(Effects(), Lines{});
 }
 
+TEST_F(DefinitionTest, BlanksAroundANameDoNotKeepAnAlias) {
+  Run("#ALIAS { a } x;#ALIAS { b } x;#ALIAS c x");
+  EXPECT_EQ(Run("#UNALIAS { A };#UNALIAS b;#UNALIAS { c}"), "");
+  EXPECT_EQ(script.AliasCount, 0);
+}
+
 TEST_F(DefinitionTest, UnKeyTakesTheKeyAway) {
   Run("#KEY F5 a;#KEY Shift-F5 b war;#KEY F6 c");
   EXPECT_EQ(Run("#UNKEY Shift-F5 peace;#UNKEY F5"), "");
@@ -208,6 +224,15 @@ TEST_F(DefinitionTest, UnKeyTakesTheKeyAway) {
   EXPECT_EQ(KeyBody(keycode::F1 + 5, 0), "c");
   EXPECT_EQ(Run("#UNKEY Shift-F5 WAR;#UNKEY bogus"), "");
   EXPECT_EQ(script.MacroCount, 1);
+}
+
+TEST_F(DefinitionTest, UnKeyAndUnClassKnowWhoseTheDefinitionsAre) {
+  MakeSession(0, "bob", true);
+  Run("#GKEY F5 a;#KEY F6 b;#GKEY F7 c war;#GALIAS d x war");
+  EXPECT_EQ(Run("#UNKEY F5;#GUNKEY F6;#UNCLASS war"), "");
+  EXPECT_EQ(Defined(), "d F5|F6|F7 ");
+  EXPECT_EQ(Run("#GUNKEY F5;#UNKEY F6;#GUNCLASS war"), "");
+  EXPECT_EQ(Defined(), "  ");
 }
 
 TEST_F(DefinitionTest, UnVariableLeavesWhatIsForEverybody) {
@@ -248,10 +273,18 @@ TEST_F(DefinitionTest, DisablingAnotherClassLeavesTheCurrentOne) {
   EXPECT_EQ(script.CurrentClass[0], "");
 }
 
-TEST_F(DefinitionTest, AClassWithoutANameTakesNothingAway) {
-  Run("#ALIAS a x;#KEY F5 x");
-  EXPECT_EQ(Run("#DELCLASS @nothing;#UNCLASS @nothing"), "");
-  EXPECT_EQ(script.AliasCount + script.MacroCount, 2);
+TEST_F(DefinitionTest, AnEmptyNameMeansWhatHasNoClass) {
+  MakeSession(0, "bob", true);
+  const char* definitions =
+      "#ALIAS a x;#GALIAS b x;#ALIAS c x war;#KEY F5 x;#GKEY F6 x;#KEY F7 x war;#TRIGGER t x;#GTRIGGER u x;"
+      "#TRIGGER v x war;#CLASS war enable";
+  Run(definitions);
+  EXPECT_EQ(Run("#UNCLASS @nothing"), "");
+  EXPECT_EQ(Defined(), "b|c F6|F7 u|v");
+  Run(definitions);
+  EXPECT_EQ(Run("#DELCLASS @nothing"), "");
+  EXPECT_EQ(Defined(), "c F7 v");
+  EXPECT_TRUE(symbols.InClass("war", script.SocketOwner[0]));
 }
 
 TEST_F(DefinitionTest, ClassesTakeTriggersAlong) {
@@ -267,12 +300,10 @@ TEST_F(DefinitionTest, ClassesTakeTriggersAlong) {
   }
   script.Triggers[3].Owner = 0;
   EXPECT_EQ(Run("#UNCLASS WAR"), "");
-  ASSERT_EQ(script.TriggerCount, 2);
-  EXPECT_EQ(script.Triggers[1].Class, "peace");
-  EXPECT_EQ(script.Triggers[2].SearchText, "t3") << "another owner's";
+  EXPECT_EQ(Defined(), "  t2|t3") << "the last is another owner's";
+  EXPECT_EQ(script.Triggers[2].Class, "peace");
   EXPECT_EQ(Run("#DELCLASS war"), "");
-  ASSERT_EQ(script.TriggerCount, 1);
-  EXPECT_EQ(script.Triggers[1].SearchText, "t2");
+  EXPECT_EQ(Defined(), "  t2");
 }
 
 TEST_F(DefinitionTest, TheListOfClassesBeepsWhenEmpty) {
@@ -392,9 +423,20 @@ TEST_F(DefinitionTest, GagOnLastsUntilUnGagOn) {
   EXPECT_EQ(Run("#UNGAGON"), "");
   EXPECT_EQ(sessions.GagFlags[0], 0);
   EXPECT_EQ(sessions.GagNotice[0], 0.0F);
-  EXPECT_EQ(Run("#GAGON"), "");
-  EXPECT_EQ(sessions.GagFlags[0], gag::OnSpeech | gag::OnDisplay);
+  for (const auto& [word, flags] : {std::pair{"", gag::OnSpeech | gag::OnDisplay},
+                                    {" ALL", gag::OnSpeech | gag::OnDisplay},
+                                    {" display", int{gag::OnDisplay}},
+                                    {" Voice", int{gag::OnSpeech}}}) {
+    Run("#UNGAGON");
+    EXPECT_EQ(Run("#GAGON" + std::string(word)), "");
+    EXPECT_EQ(sessions.GagFlags[0], flags) << word;
+    EXPECT_EQ(sessions.GagNotice[0], static_cast<float>(memory.clock.SecondsSinceMidnight())) << word;
+  }
+  Run("#UNGAGON;#GAGLINE");
   EXPECT_EQ(Run("#GAGON bogus"), "Bad GagOn parameter");
+  EXPECT_EQ(sessions.GagNotice[0], 0.0F);
+  Run("#UNGAGON");
+  EXPECT_EQ(sessions.GagFlags[0], gag::LineSpeech | gag::LineDisplay) << "the gag of lines is another";
 }
 
 TEST_F(DefinitionTest, IgnoreSwitchesOff) {
@@ -405,6 +447,10 @@ TEST_F(DefinitionTest, IgnoreSwitchesOff) {
   EXPECT_FALSE(options.DictionaryEnabled);
   EXPECT_EQ(Run("#IGNORE trigger Off;#IGNORE alias off"), "");
   EXPECT_EQ(sessions.TriggerEnabled[0] + sessions.AliasEnabled[0], 2);
+  EXPECT_EQ(sessions.KeyEnabled[0] + sessions.LogEntriesEnabled[0], 0);
+  EXPECT_EQ(Run("#IGNORE Key off;#IGNORE logentries OFF;#IGNORE Dictionary Off"), "");
+  EXPECT_EQ(sessions.KeyEnabled[0] + sessions.LogEntriesEnabled[0], 2);
+  EXPECT_TRUE(options.DictionaryEnabled);
   EXPECT_EQ(Run("#IGNORE trigger maybe"), "The second parameter must be either On or Off");
   EXPECT_EQ(Run("#IGNORE cats on"), "First parameter must be Trigger, Key, or alias");
 }

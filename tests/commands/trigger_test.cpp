@@ -362,12 +362,19 @@ TEST_F(TriggerTest, DelclassAndUnclassTakeTriggersAlong) {
      "#TRIGGER {xx*} {4} {b}");
   Do("#UNCLASS a");
   EXPECT_EQ(Searches(), (Lines{"x*", "*x", "xx*"}));
-  EXPECT_EQ(Row(1).Class, "b");
+  EXPECT_EQ(Row(2).Class, "b");
   EXPECT_EQ(Answer("x"), "2") << "what lost its class follows the other one at once";
   Do("#DELCLASS a");
   EXPECT_EQ(Searches(), (Lines{"x*", "xx*"}));
   Do("#DELCLASS b");
-  EXPECT_EQ(script.TriggerCount, 0);
+  EXPECT_EQ(Searches(), Lines{});
+}
+
+TEST_F(TriggerTest, ADefinitionClosesTheGapThatItsClassHasLeft) {
+  Do("#CLASS k ENABLE;#TRIGGER {x} {one} {k};#TRIGGER {y} {two} {k}");
+  for (int i = 0; i < 3; ++i) Do("#DELCLASS k;#CLASS k ENABLE;#TRIGGER {x} {one} {k};#TRIGGER {y} {two} {k}");
+  EXPECT_EQ(script.TriggerCount, 2);
+  EXPECT_EQ(Answer("x"), "one");
 }
 
 // --- colour ---
@@ -491,6 +498,14 @@ TEST_F(TriggerTest, ATriggerMayRemoveItself) {
 TEST_F(TriggerTest, TheWalkGoesOnByRowNumber) {
   Do("#TRIGGER {x*} {say low};#TRIGGER {x} {say mid};#TRIGGER {*x} {#UNTRIGGER {x*};say high}");
   EXPECT_EQ(Answer("x"), "say high;say high;say mid") << "a row below goes: the trigger itself comes to the next row";
+}
+
+TEST_F(TriggerTest, AClassMayGoWithTheTriggerThatEndsIt) {
+  Do("#CLASS k ENABLE;#TRIGGER {x*} {no} {k};#TRIGGER {x} {say low};#TRIGGER {x?} {no} {k};"
+     "#TRIGGER {*x} {#DELCLASS k;say end} {k}");
+  EXPECT_EQ(Answer("x"), "say end;say low");
+  EXPECT_EQ(ErrorFile(), "");
+  EXPECT_EQ(Answer("x"), "say low");
 }
 
 TEST_F(TriggerTest, ARowBehindTheEndIsAFaultAndTheLineGoesOn) {

@@ -59,6 +59,16 @@ TEST_F(Triggers, GoByTextOwnerAndClass) {
   EXPECT_EQ(state.Triggers.UBound(), 2);
 }
 
+TEST_F(Triggers, AFreeRowOfTheSameTextIsPackedAway) {
+  Add("a");
+  Add("b");
+  state.Triggers[1].Pattern.clear();
+  EXPECT_EQ(Remove(1, 0, "b", "other"), "");
+  EXPECT_EQ(state.TriggerCount, 2);
+  EXPECT_EQ(Remove(1, 0, "A"), "");
+  EXPECT_EQ(Left(), (Texts{"b"}));
+}
+
 TEST_F(Triggers, NamesInAngleBracketsStandForThem) {
   Add("<chat>* shouts *");
   Add("<chat>* tells *");
