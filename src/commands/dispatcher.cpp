@@ -108,6 +108,7 @@ bool Dispatcher::Enter(Line& line) {
     if ((line.options & option::CheckOnly) != 0) return false;
     CommandCall call{house_,    nullptr,         line.P, 0, line.options,   line.ErrorDescription,
                      line.rvar, line.outchannel, 0,      0, line.inlineText};
+    line.current = call.current = line.inlineText;
     text_.SendVerbatim(call, line.inlineText.substr(1));
     Finish(line, call.next);
     return false;

@@ -185,8 +185,7 @@ void GameText::WriteLog(CommandCall& call, int16 session, const std::string& tex
   } catch (const std::exception& fault) {
     // A full disk must not keep the player from playing: the log goes off, the line goes on.
     house_.options.OutputLog = false;
-    house_.upcalls.errors.ErrorReport(std::string("Error opening the Output Log ") + fault.what(), call.inlineText, 0,
-                                      call.options);
+    ReportAndGoOn(call, std::string("Error opening the Output Log ") + fault.what());
   }
 }
 

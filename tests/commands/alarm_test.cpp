@@ -58,6 +58,34 @@ TEST_F(AlarmTest, ANamedAlarmKeepsItsSlotWhileItWaits) {
   EXPECT_EQ(Variable("t", owner), "1");
 }
 
+TEST_F(AlarmTest, ANameWithoutALineTakesTheLineOfItsSlot) {
+  Run("#ALARM 1 {say a}");
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say a/");
+  Run("#ALARM t 1");
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say a/") << "the line that the slot had before";
+}
+
+TEST_F(AlarmTest, AnAlarmBelongsToTheSessionThatSetItLast) {
+  MakeSession(1, "anna", true);
+  Run("#GALARM t 5 {say a}");
+  Run("#EXECUTE {#ALARM t 1} anna");
+  EXPECT_EQ(alarms.Highest(), 1);
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "say a\r\n");
+}
+
+TEST_F(AlarmTest, AnAlarmIsACallOfItsOwn) {
+  AddAlias("set", "#ALARM 1 {say [%0][%1]}");
+  Run("set x");
+  script.CommandDepth = 12;
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say [][]/");
+  EXPECT_EQ(ErrorLog(), "");
+}
+
 TEST_F(AlarmTest, TheFormIsToldBeforeAnyExpansion) {
   AddVariable("n", "5");
   EXPECT_EQ(Run("#ALARM @n {say hi}"), "");
@@ -171,6 +199,10 @@ TEST_F(AlarmTest, UnAlarmTakesNumbersNamesAndVariables) {
   EXPECT_EQ(Run("#UNALARM 3"), "");
   memory.loop.Pass(6000);
   EXPECT_EQ(Sent(), "say b/");
+  Run("#ALARM t 5 {say a}");
+  EXPECT_EQ(Run("#UNALARM @t"), "");
+  memory.loop.Pass(6000);
+  EXPECT_EQ(Sent(), "");
   EXPECT_EQ(Run("#UNALARM 9"), "Parameter 1 is not an active alarm");
   EXPECT_EQ(Run("#UNALARM 0"), "Parameter 1 is not an active alarm");
 }

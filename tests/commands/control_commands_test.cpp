@@ -104,6 +104,14 @@ TEST_F(ControlTest, TheRepeatCountCanBeReadButNotSet) {
   EXPECT_EQ(Sent("#2"), "//");
 }
 
+TEST_F(ControlTest, ACountOfZeroEndsTheRepetitionAndTheLine) {
+  memory.loop.BeforePump = [this] {
+    if (script.SystemValues[sysvar::I] == "2") script.SystemValues[sysvar::REPEATNUM] = "0";
+  };
+  EXPECT_EQ(Sent("#5 {#WAIT 0;say %i};say no"), "say 1/say 2/");
+  memory.loop.BeforePump = nullptr;
+}
+
 TEST_F(ControlTest, AbortLeavesTheBlockAndTheOneAroundIt) {
   EXPECT_EQ(Sent("#3 {say %i;#ABORT;say no};say also no"), "say 1/");
   EXPECT_EQ(LastOptions & option::AbortBlock, 0);
@@ -145,6 +153,8 @@ TEST_F(ControlTest, ExecuteExpandsItsLineWithoutATarget) {
   EXPECT_EQ(Sent("#EXECUTE {@c}"), "say 1/say 2/");
   EXPECT_EQ(Sent("#EXECUTE {say @x} anna", 1), "say 7/");
   EXPECT_EQ(Sent("#EXECUTE {say @x %EXPAND(@x)} anna", 1), "say 5 5/");
+  EXPECT_EQ(Sent("#EXECUTE {say @x %expand(@x)} ALL", 1), "say 5 5/");
+  Sent();
 }
 
 TEST_F(ControlTest, ExecutePassesArgumentsAndAborts) {
@@ -248,6 +258,30 @@ TEST_F(WaitTest, ALineEndsAWaitForText) {
   sessions.TextArrived[0] = 1;
   EXPECT_NEAR(static_cast<double>(Milliseconds("#WAIT 60 text")), 2000, 10);
   EXPECT_EQ(sessions.TextArrived[0], 0);
+}
+
+TEST_F(WaitTest, AnotherSessionsOkAndLinesEndNothing) {
+  MakeSession(1, "anna", true);
+  auto timer = memory.loop.Create([this] {
+    Run("#EXECUTE #OK anna");
+    memory.sockets.Receive(1, "hello\r\n");
+  });
+  timer->SetInterval(1000);
+  timer->SetEnabled(true);
+  EXPECT_NEAR(static_cast<double>(Milliseconds("#WAIT 3 OK")), 3000, 10);
+  EXPECT_NEAR(static_cast<double>(Milliseconds("#WAIT 3 TEXT")), 3000, 10);
+  EXPECT_TRUE(control.OkFlag[1]);
+}
+
+TEST_F(WaitTest, AnOkOrALineOfTheSessionEndsItsWait) {
+  auto timer = memory.loop.Create([this] {
+    Run("#OK");
+    memory.sockets.Receive(0, "hello\r\n");
+  });
+  timer->SetInterval(1000);
+  timer->SetEnabled(true);
+  EXPECT_NEAR(static_cast<double>(Milliseconds("#WAIT 3 ok")), 1000, 10);
+  EXPECT_NEAR(static_cast<double>(Milliseconds("#WAIT 3 Text")), 1000, 10);
 }
 
 TEST_F(WaitTest, BadParametersAreRefused) {

@@ -158,6 +158,18 @@ TEST_F(DispatcherTest, AVerbatimLineIsNeitherExpandedNorCut) {
   EXPECT_EQ(Effects(), (Lines{"beep", "display 0 a\r\n", "wire 0 a\r\n"}));
 }
 
+TEST_F(DispatcherTest, TheSoundOfVerbatimTypingIsPlayedWhereThereIsOne) {
+  MakeSession(0, "bob", true);
+  memory.PutSound("/data/Sounds/ding.wav", 100);
+  Run(">a");
+  EXPECT_EQ(Of("sound"), Lines{}) << "a single line by its character";
+  keyboard.EchoPrefix = true;
+  Run(">a");
+  const Lines heard = Of("sound");
+  ASSERT_EQ(heard.size(), 1u);
+  EXPECT_NE(heard[0].find("ding.wav"), std::string::npos);
+}
+
 TEST_F(DispatcherTest, AVerbatimLineNeedsTheCharacterInFront) {
   MakeSession(0, "bob", true);
   Run(" >a;b");

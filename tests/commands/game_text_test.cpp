@@ -95,6 +95,8 @@ TEST_F(GameTextTest, TheStarSendsToAll) {
   ThreeSessions();
   memory.sockets.Disconnect(1);
   Effects();
+  EXPECT_EQ(Run("*::hello"), "");
+  EXPECT_EQ(Written(0) + Written(2), "hello\r\nhello\r\n");
   EXPECT_EQ(Run("*:hello"), "");
   EXPECT_EQ(Written(0), "hello\r\n");
   EXPECT_EQ(Written(1), "");
@@ -212,6 +214,48 @@ TEST_F(GameTextTest, ACharacterIsAskedWhetherToConnect) {
   EXPECT_EQ(Written(0), "");
 }
 
+TEST_F(GameTextTest, AYesConnectsAndThenSends) {
+  MakeSession(1, "bob", false);
+  script.CurrentSocket = 1;
+  script.CurrentOwner = script.SocketOwner[1];
+  prompter.Answers = {box::ResultYes};
+  EXPECT_EQ(Run("look"), "");
+  EXPECT_EQ(Of("box"), (Lines{"Connect|Would you like to connect bob?"}));
+  EXPECT_TRUE(memory.sockets.Connected(1));
+  EXPECT_EQ(Written(1), "look\r\n");
+}
+
+TEST_F(GameTextTest, AConnectionThatCannotBeMadeEndsTheLine) {
+  MakeSession(1, "bob", false);
+  script.CurrentSocket = 1;
+  sessions.CharacterRef[script.SocketOwner[1]] = "gone";
+  prompter.Answers = {box::ResultYes};
+  EXPECT_EQ(Run("look;#VAR x 1"), "Character reference not found in list");
+  EXPECT_EQ(Variable("x", script.SocketOwner[1]), "(none)");
+  EXPECT_EQ(Of("speech"), (Lines{"1 error"})) << "told once";
+}
+
+TEST_F(GameTextTest, AVerbatimLineMeetsTheSameQuestions) {
+  EXPECT_EQ(Run(">look;x"), "");
+  EXPECT_EQ(Effects(), (Lines{"display 0 look;x\r\n", "speech 1 Not connected.", "beep"}));
+  EXPECT_EQ(ErrorLog(), "\r\nText entered when not connected:  look;x");
+  MakeSession(0, "bob", false);
+  Run(">look");
+  EXPECT_EQ(Of("box"), (Lines{"Connect|Would you like to connect bob?"}));
+}
+
+TEST_F(GameTextTest, TheNoteOfTextThatWentNowhereTrimsTheLog) {
+  buffers.BufferText[buffer::ErrorLog] = std::string(30000, 'x');
+  Run("look");
+  EXPECT_EQ(buffers.BufferCaret[buffer::ErrorLog], 30000) << "at the limit all is kept";
+  buffers.BufferText[buffer::ErrorLog] = std::string(30001, 'x');
+  buffers.BufferFlags[buffer::ErrorLog] = 0;
+  Run("look");
+  EXPECT_EQ(ErrorLog(), std::string(20000, 'x') + "\r\nText entered when not connected:  look");
+  EXPECT_EQ(buffers.BufferCaret[buffer::ErrorLog], 20000);
+  EXPECT_NE(buffers.BufferFlags[buffer::ErrorLog] & 0x800, 0);
+}
+
 TEST_F(GameTextTest, SentTextIsLoggedBeforeAnything) {
   MakeSession(0, "bob", true);
   logs.OpenLog(0);
@@ -234,7 +278,13 @@ TEST_F(GameTextTest, ALogThatFailsGoesOffAndTheLineGoesOn) {
   EXPECT_FALSE(options.OutputLog);
   EXPECT_EQ(Written(0), "look\r\nnorth\r\n");
   EXPECT_TRUE(ErrorLog().starts_with("\r\nError opening the Output Log "));
+  EXPECT_TRUE(ErrorLog().ends_with(" in command: look;north"));
   EXPECT_EQ(Of("speech"), (Lines{"1 error"}));
+  for (const auto& [line, shown] : {std::pair{"#OK;look", "look - part of command #OK;look"}, {">look;x", ">look;x"}}) {
+    options.OutputLog = true;
+    EXPECT_EQ(Run(line), "");
+    EXPECT_TRUE(ErrorLog().ends_with(std::string(" in command: ") + shown)) << ErrorLog();
+  }
 }
 
 TEST_F(GameTextTest, ALineThatTheDiskRefusesLateIsToldAtOnce) {
