@@ -38,7 +38,6 @@ int16 Alarms::FreeSlot() {
     if (control_.AlarmNext[slot] > Reusable) return slot;
   const int16 slot = AddInt16(Highest(), 1);
   control_.AlarmCommand.Resize(slot);
-  control_.AlarmBuffer.Resize(slot);
   control_.AlarmChannel.Resize(slot);
   control_.AlarmNext.Resize(slot);
   control_.AlarmPeriod.Resize(slot);
@@ -50,10 +49,7 @@ void Alarms::Set(int16 slot, float period, const std::string* command, int16 cha
   const auto now = static_cast<float>(platform_.clock.SecondsSinceMidnight());
   control_.AlarmPeriod[slot] = period;
   control_.AlarmNext[slot] = period < 0 ? now - period : now + period;
-  if (command != nullptr) {
-    control_.AlarmCommand[slot] = *command;
-    control_.AlarmBuffer[slot] = script_.DefiningBuffer;
-  }
+  if (command != nullptr) control_.AlarmCommand[slot] = *command;
   control_.AlarmChannel[slot] = channel;
   if (!Alarm->Enabled() && control_.AlarmNext[slot] < ControlState::FreeAlarm) Alarm->SetEnabled(true);
 }
@@ -72,7 +68,6 @@ void Alarms::StartIfAnyActive() {
 void Alarms::CancelAll() {
   Alarm->SetEnabled(false);
   control_.AlarmCommand.Resize(1);
-  control_.AlarmBuffer.Resize(1);
   control_.AlarmChannel.Resize(1);
   control_.AlarmNext.Resize(1);
   control_.AlarmPeriod.Resize(1);
@@ -114,12 +109,10 @@ void Alarms::Run(int16 slot) {
   const std::string command = control_.AlarmCommand[slot];
   int16 channel = control_.AlarmChannel[slot];
   int16 options = 0;
-  const int16 definedIn = control_.AlarmBuffer[slot];
-  std::string problem;
+  std::string problem;  // reported by the line itself; alarms belong to no file
   Parameters none;
   script_.CommandDepth = 0;
-  upcalls_.commands.ProcessCommand(command, options, problem, none, channel);  // PUMP: slot is dead
-  if (!problem.empty()) upcalls_.errors.DisplayErrorFile(problem, definedIn);
+  upcalls_.commands.ProcessCommand(command, options, problem, none, channel);  // PUMP
 }
 
 }  // namespace corvid

@@ -15,7 +15,6 @@ struct ControlState {
 
   ControlState() {
     AlarmCommand.Resize(1);
-    AlarmBuffer.Resize(1);
     AlarmChannel.Resize(1);
     AlarmNext.Resize(1);
     AlarmPeriod.Resize(1);
@@ -24,7 +23,6 @@ struct ControlState {
 
   // Alarm slots, from 1; a slot is reused, never taken out.
   Table<std::string> AlarmCommand;
-  Table<int16> AlarmBuffer;   // script that the command was set in, for the report of an error; 0 the keyboard
   Table<int16> AlarmChannel;  // session that the command runs in
   Table<float> AlarmNext;     // seconds of the day
   Table<float> AlarmPeriod;   // as given; negative: again every so many seconds

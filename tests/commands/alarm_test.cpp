@@ -116,23 +116,7 @@ TEST_F(AlarmTest, AnErrorIsReportedAndTheRestGoesOn) {
   memory.loop.Pass(1200);
   EXPECT_EQ(Sent(), "say hi/");
   EXPECT_EQ(Of("speech"), (Lines{"1 error"}));
-  EXPECT_EQ(ErrorLog(), "\r\nBad command #xyz in command: #xyz-- Error found in file \r\n===============");
-}
-
-TEST_F(AlarmTest, AnErrorIsToldWithTheScriptThatSetTheAlarm) {
-  scriptFiles.ResizeBuffers(4);
-  buffers.BufferFile[4] = "/data/fight.set";
-  script.DefiningBuffer = 4;
-  Run("#ALARM t -2 {#xyz}");
-  script.DefiningBuffer = 0;
-  Run("#ALARM t -1");  // sooner, and still the script's line
-  Effects();
-  memory.loop.Pass(1200);
-  EXPECT_EQ(ErrorLog(),
-            "\r\nBad command #xyz in command: #xyz-- Error found in file /data/fight.set\r\n===============");
-  ClearErrorLog();
-  memory.loop.Pass(1100);
-  EXPECT_NE(ErrorLog(), "") << "the alarm keeps running";
+  EXPECT_EQ(ErrorLog(), "\r\nBad command #xyz in command: #xyz") << "an alarm belongs to no script";
 }
 
 TEST_F(AlarmTest, AnAlarmMayCancelThemAll) {
