@@ -150,6 +150,7 @@ void Sessions::FinishConnect(int16 Index) {
     if (openings_[Index] == opening) trap.Step(work);
   };
   step([&] { LoadCharacterSets(Index, openFlags_[Index]); });  // PUMP
+  const bool inFront = script_.CurrentSocket == Index;         // a slow server whose sets stay brings nothing forward
   step([&] { RunAlias("OnConnect", Index); });                 // PUMP
   step([&] {
     const int16 row = script_.SocketOwner[Index];
@@ -159,7 +160,7 @@ void Sessions::FinishConnect(int16 Index) {
   });
   step([&] {
     if (active != script_.CurrentSocket) ShowTitle();  // a slow server has brought its session forward
-    TellSwitch(before, Index);                         // PUMP
+    if (inFront) TellSwitch(before, Index);            // PUMP
   });
 }
 

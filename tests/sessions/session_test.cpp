@@ -96,6 +96,22 @@ TEST_F(OpenTest, FinishesLateWhenTheServerIsSlow) {
   EXPECT_EQ(memory.face.Title, "Corvid [bob");
 }
 
+TEST_F(OpenTest, ReconnectsSlowlyBehindTheSessionThatIsPlayed) {
+  const int16 bob = Online("bob");
+  const int16 amy = Online("amy");
+  memory.sockets.CloseByPeer(bob);
+  memory.sockets.ConnectDelay = 10000;
+  sessions.OpenMud(1, opening::SkipSets);
+  sessions.SetMud(amy, 2);
+  for (const char* name : {"OnConnect", "SessionOff", "SessionOn"}) Alias(name, name);
+  memory.effects.Clear();
+  Pass(11000);
+  EXPECT_TRUE(memory.sockets.Connected(bob));
+  EXPECT_EQ(script.CurrentSocket, amy);
+  EXPECT_EQ(Of("command"), (Texts{"1 OnConnect"})) << "nobody was taken away from amy";
+  EXPECT_EQ(memory.face.Title, "Corvid [amy");
+}
+
 TEST_F(OpenTest, AsksAboutACharacterThatIsConnected) {
   Online("bob");
   EXPECT_EQ(sessions.OpenMud(1, 0), -1);
@@ -301,100 +317,6 @@ TEST_F(OpenTest, ShowsAQuickConnectionByItsMud) {
   EXPECT_EQ(script.CurrentSocket, 2);
   memory.sockets.CloseByPeer(2);
   EXPECT_EQ(memory.face.Title, "Corvid  [Not connected]") << "it has no reference";
-}
-
-// --- switching ---
-
-class SwitchTest : public SessionTest {
- protected:
-  int16 Switch(const std::string& name, int16 flags = 0) {
-    error.clear();
-    channel = CurrentSession;
-    return sessions.SetCharacter(name, flags, error, rvar, channel);
-  }
-  std::string error;
-  Parameters rvar;
-  int16 channel = 0;
-};
-
-TEST_F(SwitchTest, FindsASessionByTheStartOfItsReference) {
-  Online("Bob");
-  Online("bonnie");
-  EXPECT_EQ(Switch("b"), 1) << "the first that matches, in any case";
-  EXPECT_EQ(script.CurrentSocket, 1);
-  EXPECT_EQ(channel, 1);
-  EXPECT_EQ(Spoken(), (Texts{"5 Bob"}));
-  EXPECT_EQ(memory.face.Title, "Corvid [Bob");
-  EXPECT_TRUE(state.OutputWindow(1).Visible());
-  EXPECT_EQ(Switch("BON"), 2);
-  EXPECT_EQ(Switch("*b"), 1) << "the reference is matched as a pattern";
-  EXPECT_EQ(Switch("?onni"), 2);
-  EXPECT_EQ(Switch("nobody"), -1);
-  EXPECT_EQ(error, "ER1");
-  EXPECT_EQ(script.CurrentSocket, 2);
-  EXPECT_EQ(Switch("global"), 0);
-}
-
-TEST_F(SwitchTest, PrefersConnectedSessions) {
-  const int16 bob = Online("bob");
-  const int16 bonnie = Online("bonnie");
-  memory.sockets.CloseByPeer(bob);
-  EXPECT_EQ(Switch("bo"), bonnie);
-  EXPECT_EQ(Switch("bob"), bob);
-  EXPECT_EQ(Switch("bob", option::ConnectedOnly), -1);
-  EXPECT_EQ(error, "ER1");
-}
-
-TEST_F(SwitchTest, OnlyLooksUpWhenAsked) {
-  Online("bob");
-  Online("amy");
-  EXPECT_EQ(Switch("bob", option::LookUpOnly | option::ConnectedOnly), 1);
-  EXPECT_EQ(channel, 1);
-  EXPECT_EQ(script.CurrentSocket, 2);
-  EXPECT_TRUE(memory.effects.All().empty());
-}
-
-TEST_F(SwitchTest, GoesRoundTheSessions) {
-  EXPECT_EQ(Switch(""), -1) << "no session has a character";
-  Online("a");
-  Online("b");
-  memory.sockets.CloseByPeer(Online("c"));
-  EXPECT_EQ(Switch(""), 1);
-  EXPECT_EQ(Switch("next"), 2);
-  EXPECT_EQ(Switch("NEXT"), 3) << "one that is closed counts too";
-  EXPECT_EQ(Switch(""), 1);
-  Switch("GLOBAL");
-  EXPECT_EQ(Switch(""), 1);
-}
-
-TEST_F(SwitchTest, TellsScriptsOfTheChange) {
-  Online("bob");
-  Online("amy");
-  Alias("SessionOff", "off");
-  Alias("SessionOn", "on");
-  Switch("bob");
-  EXPECT_EQ(Of("command"), (Texts{"2 off", "1 on"}));
-  memory.effects.Clear();
-  Switch("bob");
-  EXPECT_TRUE(Of("command").empty()) << "no change";
-}
-
-TEST_F(SwitchTest, SwitchesTheClassOfTheSession) {
-  Online("bob");
-  Online("amy");
-  Switch("bob");
-  EXPECT_TRUE(symbols.InClass("BOB", 0));
-  Switch("amy");
-  EXPECT_FALSE(symbols.InClass("BOB", 0));
-  EXPECT_TRUE(symbols.InClass("amy", 0));
-}
-
-TEST_F(SwitchTest, BringsWaitingTextAlong) {
-  Online("bob");
-  Online("amy");
-  state.OutputBuffer[1] = "waited\r\n";
-  Switch("bob");
-  EXPECT_EQ(Screen(1), "waited\r\n");
 }
 
 }  // namespace
