@@ -117,7 +117,7 @@ TEST_F(SlotReuseTest, ClearsWhatBelongsToTheOldGame) {
   for (Table<char>* enabled : {&state.TriggerEnabled, &state.AliasEnabled, &state.KeyEnabled, &state.LogEntriesEnabled})
     (*enabled)[slot] = 0;
   state.GagFlags[slot] = gag::OnSpeech;
-  state.PassThru[slot] = "x";
+  state.PassThruPattern[slot] = "x";
   state.WalkBuffer[slot] = "n;";
   memory.sockets.CloseByPeer(slot);
   const std::string oldLog = "/data/logs/bob 2026-01-15 12.0.txt";
@@ -131,7 +131,7 @@ TEST_F(SlotReuseTest, ClearsWhatBelongsToTheOldGame) {
   for (Table<char>* enabled : {&state.TriggerEnabled, &state.AliasEnabled, &state.KeyEnabled, &state.LogEntriesEnabled})
     EXPECT_EQ((*enabled)[slot], 1);
   EXPECT_EQ(state.GagFlags[slot], gag::OnSpeech) << "a gag ends by its commands alone";
-  EXPECT_EQ(state.PassThru[slot] + state.WalkBuffer[slot], "xn;");
+  EXPECT_EQ(state.PassThruPattern[slot] + state.WalkBuffer[slot], "xn;");
   Receives(slot, "new\r\n");
   EXPECT_EQ(memory.files.ReadWhole(oldLog), logged) << "the new game has a log of its own";
   EXPECT_EQ(memory.files.ReadWhole("/data/logs/cem 2026-01-15 12.0.txt"), "new\r\n");
