@@ -141,6 +141,25 @@ class Window(unittest.TestCase):
         got = [line for line in self.host.take("typed b") if line.startswith(("typed", "down"))]
         self.assertEqual(["down 120 0", "down 65 0", "typed a", "down 66 0", "typed b"], got)
 
+    def place(self, node):
+        return node.queryComponent().getExtents(pyatspi.WINDOW_COORDS)
+
+    def test_a_menu_stands_at_the_left_as_wide_as_its_longest_item_and_the_window_at_most(self):
+        until(lambda: has_focus(self.entry), "the focus in the entry")
+        entry = self.place(self.entry)
+        keys("F2")
+        menu = until(lambda: find(self.host.window, pyatspi.ROLE_LIST, "Short list"), "the short list")
+        until(lambda: self.place(menu).width < entry.width / 2, "a list no wider than its items")
+        self.assertEqual(self.place(menu).x, entry.x)
+        # A fixed font of 13 points or more, 10 characters, and something for the frame.
+        self.assertGreater(self.place(menu).width, 10 * 8)
+        self.assertLess(self.place(menu[1]).width, self.place(menu).width)
+        keys("F4", "F3")
+        menu = until(lambda: find(self.host.window, pyatspi.ROLE_LIST, "Long list"), "the long list")
+        until(lambda: self.place(menu).width == entry.width, "a list as wide as the window")
+        self.assertEqual(self.place(menu).x, entry.x)
+        self.assertEqual(self.place(self.host.window).width - 2 * entry.x, entry.width, "the window is as wide as before")
+
     def test_a_dialog_is_a_window_of_named_controls(self):
         keys("F5")
         dialog = self.dialog("All kinds")

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A small program behind the desktop window, for tests of the window alone. It prints what the window tells it.
+//   F2 and F3 show a list menu, its longest item 10 or 300 characters long, F4 closes it.
 //   F5 opens a dialog of every kind of control, F6 a message, F7 switches to the second output and back,
 //   F8 writes coloured text, F9 pauses 60 ms within the key, Enter sends the entry to the output.
 //   desktop_host --flood N   writes N lines as fast as the loop allows and prints how many a second.
@@ -46,6 +47,15 @@ class Host : public FaceEvents, public DialogEvents {
     switch (KeyCode) {
       case keycode::Tab:
         face.SetFocus(face.Focus() == MainFocus::Entry ? MainFocus::Output : MainFocus::Entry);
+        break;
+      case keycode::F1 + 1:
+        face.ShowListMenu({"SHORT", "Short list", {"one", std::string(10, 'w'), "three"}, 0});
+        break;
+      case keycode::F1 + 2:
+        face.ShowListMenu({"LONG", "Long list", {"one", std::string(300, 'w')}, 0});
+        break;
+      case keycode::F1 + 3:
+        face.CloseListMenu();
         break;
       case keycode::F1 + 4:
         ShowAll();

@@ -37,7 +37,7 @@ MainWindow::MainWindow(Hooks hooks)
   column_->setSpacing(6);
   column_->addWidget(notice_);
   column_->addWidget(outputs_);
-  column_->addWidget(menu_);
+  column_->addWidget(menu_, 0, Qt::AlignLeft);
   column_->addWidget(label_);
   column_->addWidget(entry_);
   label_->setTextFormat(Qt::PlainText);

@@ -2,6 +2,7 @@
 #include "platform/qt/desktop/menu_list.h"
 
 #include <QAccessible>
+#include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -38,14 +39,25 @@ void MenuListWidget::Tell(const std::function<void(int32)>& hook, QListWidgetIte
 void MenuListWidget::Show(const ListMenuView& menu) {
   open_ = true;
   clear();
-  for (const std::string& item : menu.Items) addItem(Shown(item));
+  longest_ = 0;
+  for (const std::string& item : menu.Items) {
+    addItem(Shown(item));
+    longest_ = std::max(longest_, static_cast<int>(Shown(item).size()));
+  }
   setAccessibleName(Shown(menu.Title));
   const int rows = std::clamp(count(), 1, MostRows);
   setFixedHeight(std::max(sizeHintForRow(0), fontMetrics().lineSpacing()) * rows + 2 * frameWidth());
+  updateGeometry();
   setCurrentRow(menu.Index);
   setVisible(true);
   setFocus();
   QTimer::singleShot(0, this, [this] { AnnounceRow(); });
+}
+
+QSize MenuListWidget::sizeHint() const {
+  const int text = (longest_ + 1) * fontMetrics().horizontalAdvance('M');  // the font has one width for all
+  const int bar = count() > MostRows ? verticalScrollBar()->sizeHint().width() : 0;
+  return {text + bar + 2 * frameWidth(), height()};
 }
 
 void MenuListWidget::Select(int32 row) {

@@ -22,6 +22,7 @@ class MenuListWidget : public QListWidget {
 
   bool IsOpen() const { return open_; }
   void Show(const ListMenuView& menu);  // and takes the focus
+  QSize sizeHint() const override;      // as wide as its longest item; the window lets it be no wider than itself
   void Select(int32 row);
   void Hide();
 
@@ -31,6 +32,7 @@ class MenuListWidget : public QListWidget {
 
   MenuListHooks hooks_;
   bool open_ = false;
+  int longest_ = 0;  // characters of the longest item
 };
 
 }  // namespace corvid
