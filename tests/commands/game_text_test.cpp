@@ -164,6 +164,24 @@ TEST_F(GameTextTest, CapturedTextIsNotLookedAtAgain) {
   EXPECT_EQ(Of("quit"), Lines{});
 }
 
+TEST_F(GameTextTest, AnArgumentIsExpandedForItsAtOrPercentSignAlone) {
+  MakeSession(0, "bob", true);
+  AddVariable("x", "5");
+  AddAlias("k", "say %1 %2 %3");
+  options.VariableChar = '$';
+  Run("k $x $x%1 a~b");
+  EXPECT_EQ(Written(0), "say $x 5 a~b\r\n") << "a variable character of the player's own is not looked for";
+}
+
+TEST_F(GameTextTest, NinetyNineArgumentsReachTheAlias) {
+  MakeSession(0, "bob", true);
+  AddAlias("many", "say %99");
+  std::string line = "many";
+  for (int i = 1; i <= 99; ++i) line += " y" + std::to_string(i);
+  Run(line);
+  EXPECT_EQ(Written(0), "say y99\r\n");
+}
+
 TEST_F(GameTextTest, AHundredthArgumentIsAParsingError) {
   AddAlias("many", "x");
   std::string line = "many";
