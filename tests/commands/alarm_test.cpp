@@ -177,6 +177,24 @@ TEST_F(AlarmTest, ABackgroundSessionsAlarmsGoOn) {
   EXPECT_EQ(memory.sockets.TakeWritten(1), "");
 }
 
+TEST_F(AlarmTest, AnAlarmBeginsAtTheTopWithNothingOfWhoSetIt) {
+  AddAlias("later", "#ALARM 1 {say [%1]}", owner);
+  Run("later loot");
+  script.CommandDepth = 12;  // a script waits, nested as deep as it may
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say []/");
+}
+
+TEST_F(AlarmTest, AnAlarmRunsInItsSessionWhateverIsInFront) {
+  MakeSession(1, "amy", true);
+  AddAlias("hi", "say I am bob", owner);
+  Run("#ALARM 1 {hi;#CHARACTER amy;look}");
+  script.CurrentSocket = 1;
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say I am bob/");
+  EXPECT_EQ(memory.sockets.TakeWritten(1), "look\r\n");
+}
+
 TEST_F(AlarmTest, UnAlarmTakesNumbersNamesAndVariables) {
   Run("#ALARM t 5 {say a};#ALARM 5 {say b};#ALARM 5 {say c}");
   EXPECT_EQ(Run("#UNALARM t"), "");

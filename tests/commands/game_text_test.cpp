@@ -224,6 +224,21 @@ TEST_F(GameTextTest, WithoutAConnectionAndANameTheTextIsKept) {
   EXPECT_EQ(ErrorLog(), "");
 }
 
+TEST_F(GameTextTest, TextThatGoesNowhereIsKeptInALogOfBoundedSize) {
+  const std::string entry = "\r\nText entered when not connected:  look";
+  std::string& log = buffers.BufferText[buffer::ErrorLog];
+  log = std::string(30000, 'a');
+  buffers.BufferFlags[buffer::ErrorLog] = 0;
+  Run("look");
+  EXPECT_EQ(log, std::string(30000, 'a') + entry);
+  EXPECT_EQ(buffers.BufferCaret[buffer::ErrorLog], 30000);
+  EXPECT_EQ(buffers.BufferFlags[buffer::ErrorLog], buffer::News);
+  log = std::string(10001, 'a') + std::string(20000, 'b');
+  Run("look");
+  EXPECT_EQ(log, std::string(20000, 'b') + entry);
+  EXPECT_EQ(buffers.BufferCaret[buffer::ErrorLog], 20000);
+}
+
 TEST_F(GameTextTest, ACharacterIsAskedWhetherToConnect) {
   MakeSession(0, "bob", false);
   EXPECT_EQ(Run("look"), "");
