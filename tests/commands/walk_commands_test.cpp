@@ -59,8 +59,10 @@ TEST_F(WalkTest, ARecordingIsAnnouncedAndSwitchesItsClassOn) {
 
 TEST_F(WalkTest, WhatWasRecordedBecomesAnAlias) {
   Run("#RECORD;n;look;e");
+  symbols.CheckAndAddClass("playback", Owner());
   Effects();
   EXPECT_EQ(Run("#ENDRECORD home"), "");
+  EXPECT_FALSE(ClassOn("playback"));
   EXPECT_EQ(Walk(".home"), "N;look;E");
   EXPECT_EQ(NewLines(), "#alias {.home} {N;look;E}\r\n");
   EXPECT_EQ(Effects(), (Lines{"display 1 \r\nRecorded commands  saved in New Lines window.",
@@ -300,10 +302,29 @@ TEST_F(WalkTest, AWalkIsWalkedAtOnceForwardsAndBack) {
 TEST_F(WalkTest, AWalkEndsARecording) {
   Define(".x", "N");
   Run("#RECORD;n");
+  symbols.CheckAndAddClass("playback", Owner());
   Run(".x");
   EXPECT_EQ(State(), 0);
   EXPECT_EQ(Buffer(), "");
   EXPECT_FALSE(ClassOn("Recording"));
+  EXPECT_FALSE(ClassOn("playback"));
+}
+
+TEST_F(WalkTest, ASlowWalkTakesTheBufferOfARecordingAndLeavesItsClassOn) {
+  options.SlowWalk = true;
+  Define(".x", "N;E");
+  Run("#RECORD;look");
+  Run(".x");
+  EXPECT_EQ(State(), 1);
+  EXPECT_EQ(Buffer(), "E");
+  EXPECT_TRUE(ClassOn("Recording"));
+}
+
+TEST_F(WalkTest, ARecordingThatAWalkBeginsIsKept) {
+  Define(".x", "#RECORD;N;E");
+  Run(".x");
+  EXPECT_EQ(State(), 2);
+  EXPECT_EQ(Buffer(), "N;E;");
 }
 
 TEST_F(WalkTest, AnErrorInAWalkIsTracedWithItsFile) {

@@ -121,6 +121,9 @@ TEST(WalkSteps, ALongRecordingIsTidiedWithoutHaste) {
   std::string there;
   for (int i = 0; i < 20000; ++i) there += i % 2 == 0 ? "n;" : "s;";
   EXPECT_EQ(RecordedSteps(Compass(), there, ";", Compress), "");
+  std::string nested;
+  for (int i = 0; i < 1000; ++i) nested += i < 500 ? "n;" : "s;";
+  EXPECT_EQ(RecordedSteps(Compass(), nested, ";", Compress), "");
 }
 
 }  // namespace corvid
