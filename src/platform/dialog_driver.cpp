@@ -78,6 +78,7 @@ void DialogDriver::Prepare(DialogModel& model, DialogEvents& events) {
   events_ = &events;
   focus_ = -1;
   swallow_ = true;  // the character of the key that opened it
+  if (watch_) watch_(true);
 }
 
 void DialogDriver::TakeFirstFocus() {
@@ -85,11 +86,13 @@ void DialogDriver::TakeFirstFocus() {
 }
 
 void DialogDriver::Close() {
+  const bool wasOpen = IsOpen();
   ++serial_;
   model_ = nullptr;
   events_ = nullptr;
   focus_ = -1;
   swallow_ = true;  // the character of the key that closed it
+  if (wasOpen && watch_) watch_(false);
 }
 
 void DialogDriver::ControlChanged(int32 control) {

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/dialog_view.h"
 
@@ -22,6 +23,9 @@ class DialogDriver {
   };
   // Without a clipboard Control-C, Control-X and Control-V do nothing.
   explicit DialogDriver(Clipboard clipboard = {});
+
+  // Told when a dialog opens (true) and when it has closed.
+  void SetWatch(std::function<void(bool open)> watch) { watch_ = std::move(watch); }
 
   // The four calls of DialogView. Open is Prepare, after which the dialog can be looked at, and TakeFirstFocus.
   void Open(DialogModel& model, DialogEvents& events);
@@ -76,6 +80,7 @@ class DialogDriver {
   void TypeInto(DialogControl& control, const std::string& character);
 
   Clipboard clipboard_;
+  std::function<void(bool)> watch_;
   DialogModel* model_ = nullptr;
   DialogEvents* events_ = nullptr;
   int32 focus_ = -1;

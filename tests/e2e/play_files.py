@@ -1,10 +1,13 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """A script's data files on the real disk: what one run writes, the next reads, and a disk that refuses is told."""
 import os
+import pathlib
 import shutil
+import subprocess
+import tempfile
 import unittest
 
-from corvid_json import Corvid, Server, prepared_folder, receive
+from corvid_json import LIMIT, PROGRAM, Corvid, Server, prepared_folder, receive
 
 
 class DataFiles(unittest.TestCase):
@@ -95,6 +98,31 @@ class DataFiles(unittest.TestCase):
         heard = receive(self.peer, b"lo\r\n")
         self.assertIn(b"sing la #QUIT;@x\r\nsing li\r\nsing lo\r\n", heard)
         self.assertEqual(0, self.corvid.end())
+
+
+class FirstRun(unittest.TestCase):
+    def test_answers_typed_ahead_lead_through_every_question_of_the_console(self):
+        home = pathlib.Path(tempfile.mkdtemp(prefix="corvid-home-"))
+        self.addCleanup(lambda: shutil.rmtree(home, ignore_errors=True))
+        (home / "old" / "Aard").mkdir(parents=True)
+        (home / "old" / "start.set").write_bytes(b"#alias {k} {kill}\r\n")
+        (home / "old" / "Aard" / "bob.set").write_bytes(b"; mine\r\n")
+        (home / "old" / "notes.txt").write_bytes(b"not copied")
+        answers = ["yes", "yes", "1", "", "1", "old", "start.set", "ok", "ok", "ok", "3", "", "#QUIT"]
+        surroundings = {"PATH": "/usr/bin:/bin", "HOME": str(home), "LANG": "C.UTF-8", "ALSOFT_DRIVERS": "null"}
+        done = subprocess.run([str(PROGRAM), "--ui", "console"], input="\n".join(answers) + "\n", env=surroundings,
+                              capture_output=True, text=True, timeout=LIMIT)
+        titles = [line[4:-4] for line in done.stdout.splitlines() if line.startswith("--- ")]
+        self.assertEqual(["Previous Installation Data Transfer", "Moving your Corvid datafiles and Folders",
+                          "Select a drive",
+                          "Select Folder - use arrows to move through the folders, and press OK to select", "Moving",
+                          "Transfer Complete", "Interim Speech", "Initial Speech Setting", "Next Step"], titles)
+        self.assertEqual((0, ""), (done.returncode, done.stderr))
+        data = home / "Documents" / "Corvid"
+        self.assertEqual(b"#alias {k} {kill}\r\n", (data / "start.set").read_bytes())
+        self.assertEqual(b"; mine\r\n", (data / "Aard" / "bob.set").read_bytes())
+        self.assertFalse((data / "notes.txt").exists())
+        self.assertEqual(0o600, (data / "speech.ini").stat().st_mode & 0o777)
 
 
 if __name__ == "__main__":

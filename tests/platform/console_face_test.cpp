@@ -55,6 +55,10 @@ class EchoProgram : public FaceEvents, public DialogEvents {
     entry.SetText("");
     if (line == "ask") {
       Ask();
+    } else if (line == "ask twice") {
+      Ask();
+      Ask();
+      result += "!";
     } else if (line == "close") {
       shown.Append("50hp>");
       hidden.Append("60hp>");
@@ -257,6 +261,14 @@ TEST_F(ConsoleFaceTest, OneQuestionIsAnsweredByOneLine) {
   EXPECT_EQ(result, "[old]Cancel");
   Run("ask\n//c\n");
   EXPECT_EQ(result, "[/c]OK");
+}
+
+TEST_F(ConsoleFaceTest, AnswersThatAreTypedAheadMeetOneQuestionAfterTheOther) {
+  Add(ControlKind::TextBox, "Name");
+  AddButtons();
+  const std::string text = Run("ask twice\nAnn\nBob\nlook\n");
+  EXPECT_EQ(result, "[Ann]OK[Bob]OK!");
+  EXPECT_TRUE(text.ends_with("You say: look[31m\n")) << text;
 }
 
 TEST_F(ConsoleFaceTest, AMessageAsksForAButton) {

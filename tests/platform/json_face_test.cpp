@@ -33,6 +33,12 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     if (KeyCode == keycode::F1 + 7) face.ShowListMenu({"MAIN", "Main menu", {"File", "caf\xe9"}, 1});
     if (KeyCode == keycode::Escape) face.CloseListMenu();
     if (KeyCode == keycode::F1 + 8) TellEverything();
+    if (KeyCode == keycode::F1 + 9) {
+      Ask();
+      const std::string first = answer;
+      Ask();
+      answer = first + "|" + answer;
+    }
     if (KeyCode == keycode::F1 + 5) {
       const auto end = clock.MonotonicMilliseconds() + 30;
       while (clock.MonotonicMilliseconds() < end) loop.WaitEvents(5);
@@ -212,6 +218,13 @@ TEST_F(JsonFaceTest, ADialogIsDrivenByKeysAndItsCharacterStaysThere) {
   EXPECT_EQ(events[2].at("dialog").at("controls")[0].at("value"), "Ann");
   EXPECT_EQ(answer, "Ann");
   EXPECT_EQ(keys, "d116/0 u13/0 u116/0 ");  // no character of Enter
+}
+
+TEST_F(JsonFaceTest, AnswersThatAreSentAheadMeetOneDialogAfterTheOther) {
+  const auto events = Run("{\"key\":\"F10\"}\n{\"line\":\"Ann\"}\n{\"line\":\"Bob\"}\n{\"line\":\"look\"}\n", "send");
+  EXPECT_EQ(answer, "Ann|Bob");
+  EXPECT_EQ(Names(events), "send ready exit");
+  EXPECT_EQ(events[0].at("text"), "look");
 }
 
 TEST_F(JsonFaceTest, ReadyNamesTheDialogThatWaits) {

@@ -14,6 +14,7 @@
 #include "platform/qt/console_dialog.h"
 #include "platform/qt/console_menu.h"
 #include "platform/qt/console_output.h"
+#include "platform/qt/dialog_wait.h"
 #include "platform/qt/line_input.h"
 #include "platform/qt/program_start.h"
 
@@ -68,15 +69,16 @@ struct NumberedWatch {
 }  // namespace
 
 struct ConsoleFace::Parts {
-  Parts(const Clock& clock, int in, int out)
+  Parts(const QtEventLoop& loop, const Clock& clock, int in, int out)
       : output(out),
         writable(output.Descriptor(), QSocketNotifier::Write),
         dialog(output),
+        wait(loop, clock, dialog.Driver()),
         keys(dialog.Driver(), clock),
         menu(output, keys),
         input(in, {[this](const std::string& line) { Handle(line); },
                    [this] { output.Line("That line was too long and is dropped."); }, [this] { Quit(); },
-                   [this] { return keys.Free() && !(hooks.JobDue && hooks.JobDue()); }}) {
+                   [this] { return keys.Free() && !(hooks.JobDue && hooks.JobDue()) && wait.Over(); }}) {
     writable.setEnabled(false);
     auto* dispatcher = QAbstractEventDispatcher::instance();
     QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &context, [this] { Flush(); });
@@ -154,6 +156,7 @@ struct ConsoleFace::Parts {
   ConsoleOutput output;
   QSocketNotifier writable;  // on while text waits for its reader
   ConsoleDialog dialog;
+  DialogWait wait;
   KeyRouter keys;
   ConsoleMenu menu;
   LineInput input;
@@ -171,8 +174,8 @@ struct ConsoleFace::Parts {
   QObject context;  // declared last: its queued calls die before the rest
 };
 
-ConsoleFace::ConsoleFace(QtEventLoop& /*loop*/, const Clock& clock, int input, int output)
-    : parts_(std::make_unique<Parts>(clock, input, output)) {
+ConsoleFace::ConsoleFace(QtEventLoop& loop, const Clock& clock, int input, int output)
+    : parts_(std::make_unique<Parts>(loop, clock, input, output)) {
   std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is an end of input, not the death of the sessions
 }
 

@@ -2,8 +2,10 @@
 // The event loop and its timers on Qt. Everything here belongs to the main thread.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "platform/event_loop.h"
 
@@ -27,7 +29,11 @@ class QtEventLoop : public EventLoop {
 
   // How many DoEvents and WaitEvents calls are running inside each other: 0 in Run alone. A face tells by it whether
   // the program is idle or in the middle of a command that waits.
-  int Depth() const { return depth_; }
+  int Depth() const { return static_cast<int>(pumps_.size()); }
+  // Number of the call that runs at that depth, never the same twice; 0 when none does.
+  std::uint64_t PumpAt(int depth) const {
+    return depth < 1 || depth > Depth() ? 0 : pumps_[static_cast<std::size_t>(depth) - 1];
+  }
 
  private:
   class Counter;
@@ -38,7 +44,8 @@ class QtEventLoop : public EventLoop {
   std::unique_ptr<QCoreApplication> application_;  // empty when one existed already
   bool ending_ = false;
   int code_ = 0;
-  int depth_ = 0;
+  std::vector<std::uint64_t> pumps_;  // the calls that are running, the innermost last
+  std::uint64_t lastPump_ = 0;
 };
 
 // Timers fire while a handler waits in DoEvents or WaitEvents too, the own handler included. A timer may be disabled,

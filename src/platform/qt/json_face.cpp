@@ -9,6 +9,7 @@
 #include "core/keys.h"
 #include "core/utf8.h"
 #include "platform/key_router.h"
+#include "platform/qt/dialog_wait.h"
 #include "platform/qt/json_dialog.h"
 #include "platform/qt/json_output.h"
 #include "platform/qt/json_request.h"
@@ -63,10 +64,11 @@ struct JsonFace::Parts {
         sounds(output, clock),
         dialog(eventLoop, output,
                {[this] { return clipboard; }, [this](const std::string& text) { SetClipboard(text); }}),
+        wait(eventLoop, clock, dialog.Driver()),
         keys(dialog.Driver(), clock),
         input(options.Input,
               {[this](const std::string& line) { Handle(ParseJsonRequest(line)); }, [this] { Handle(TooLong()); },
-               [this] { InputEnds(); }, [this] { return keys.Free() && !JobDue(); }}) {
+               [this] { InputEnds(); }, [this] { return keys.Free() && !JobDue() && wait.Over(); }}) {
     // Both come once a turn: before the loop sleeps, and when a loop that does not sleep comes round.
     auto* dispatcher = QAbstractEventDispatcher::instance();
     QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &context, [this] { TurnEnds(); });
@@ -254,6 +256,7 @@ struct JsonFace::Parts {
   JsonReader reader;
   JsonSounds sounds;
   JsonDialog dialog;
+  DialogWait wait;
   KeyRouter keys;
   LineInput input;
   Hooks hooks;

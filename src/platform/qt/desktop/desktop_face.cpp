@@ -12,6 +12,7 @@
 #include "platform/qt/desktop/dialog_window.h"
 #include "platform/qt/desktop/key_filter.h"
 #include "platform/qt/desktop/main_window.h"
+#include "platform/qt/dialog_wait.h"
 #include "platform/qt/program_start.h"
 
 namespace corvid {
@@ -37,7 +38,8 @@ struct DesktopFace::Parts {
   Parts(QtEventLoop& eventLoop, const Clock& clock)
       : loop(eventLoop),
         dialog({ReadClipboard, WriteClipboard}),
-        keys(dialog.Driver(), clock, [this] { dialog.ShowAll(); }),
+        wait(eventLoop, clock, dialog.Driver()),
+        keys(dialog.Driver(), clock, {[this] { return wait.Over(); }, [this] { dialog.ShowAll(); }}),
         window({[this](QWidget* widget) { keys.Watch(widget); },
                 [this](MainFocus taken) { ChangeFocus(taken); },
                 [this] { CloseSoon(); },
@@ -102,6 +104,7 @@ struct DesktopFace::Parts {
   QTimer away;
   QElapsedTimer sinceBeep;
   DialogWindow dialog;
+  DialogWait wait;
   KeyFilter keys;
   MainWindow window;
   QObject context;  // declared last: its queued calls die before the rest

@@ -21,8 +21,8 @@ constexpr int AskAgain = 2;  // milliseconds until a waiting key tries again
 
 }  // namespace
 
-KeyFilter::KeyFilter(DialogDriver& dialog, const Clock& clock, std::function<void()> handled)
-    : router_(dialog, clock), handled_(std::move(handled)), later_(QtTimers().Create([this] { HandOn(); })) {
+KeyFilter::KeyFilter(DialogDriver& dialog, const Clock& clock, Hooks hooks)
+    : router_(dialog, clock), hooks_(std::move(hooks)), later_(QtTimers().Create([this] { HandOn(); })) {
   later_->SetInterval(AskAgain);
 }
 
@@ -79,7 +79,7 @@ void KeyFilter::Take(Half half) {
 }
 
 void KeyFilter::HandOn() {
-  while (!waiting_.empty() && router_.Free()) {
+  while (!waiting_.empty() && router_.Free() && hooks_.MayTake()) {
     const Half half = std::move(waiting_.front());
     waiting_.pop_front();
     if (half.Down) {
@@ -87,7 +87,7 @@ void KeyFilter::HandOn() {
     } else {
       router_.Released(half.KeyCode, half.Shift);  // PUMP
     }
-    handled_();
+    hooks_.Handled();
   }
   if (later_->Enabled() != !waiting_.empty()) later_->SetEnabled(!waiting_.empty());
 }

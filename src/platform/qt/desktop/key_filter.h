@@ -20,8 +20,11 @@ namespace corvid {
 
 class KeyFilter : public QObject {
  public:
-  // handled: after each key.
-  KeyFilter(DialogDriver& dialog, const Clock& clock, std::function<void()> handled);
+  struct Hooks {
+    std::function<bool()> MayTake;  // asked before each key; while false it waits, and it is asked again soon
+    std::function<void()> Handled;  // after each key
+  };
+  KeyFilter(DialogDriver& dialog, const Clock& clock, Hooks hooks);
   ~KeyFilter() override;
 
   KeyRouter& Router() { return router_; }
@@ -41,7 +44,7 @@ class KeyFilter : public QObject {
   void HandOn();
 
   KeyRouter router_;
-  std::function<void()> handled_;
+  Hooks hooks_;
   std::deque<Half> waiting_;
   bool altHeld_ = false;
   std::unique_ptr<Timer> later_;
