@@ -102,7 +102,9 @@ void KeyRouter::Press(int16 KeyCode, int16 Shift) {
 
 void KeyRouter::EnterLine(TextModel& entry, const std::string& line) {
   if (entry.Locked() && events_ != nullptr) {
-    events_->KeyTyped(" ");  // PUMP: leads to the entry line; the blank itself is taken away again
+    // A blank leads to the entry line and is taken away again. The program drops the first when the key before it was
+    // one that it took for itself.
+    for (int blank = 0; blank < 2 && entry.Locked(); ++blank) events_->KeyTyped(" ");  // PUMP
     if (entry.Locked()) return;
     if (entry.Text().ends_with(' ')) entry.Select(entry.Length() - 1, entry.Length());
   } else {

@@ -63,11 +63,12 @@ class DataFiles(unittest.TestCase):
 
     def test_a_line_for_a_script_that_cannot_be_changed_goes_to_the_game(self):
         (self.folder / "bad.set").write_bytes(b"#NOSUCHCOMMAND\r\n")
-        self.corvid.line("#CONFIGURE ScriptReadOnly true")
-        self.corvid.event("ready")
+        self.corvid.sent_by("#CONFIGURE ScriptReadOnly true;#KEY F5 {smile}")
         self.error_of("#LOAD bad.set")
         shown = self.corvid.get("entry")
         self.assertEqual(("Script bad.set", True), (shown["label"], shown["locked"]))
+        self.corvid.send(key="F5")  # a key that the program takes for itself types nothing
+        self.corvid.event("send", text="smile")
         for line in ("caf\u00e9", "look"):
             self.corvid.line(line)
             self.corvid.event("send", text=line)
