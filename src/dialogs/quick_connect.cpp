@@ -50,6 +50,8 @@ bool QuickConnect::AskDelete(int32 row) {
     for (Table<std::string>* column : {&sessions_.MudName, &sessions_.HostName, &sessions_.Notes, &sessions_.Port,
                                        &sessions_.CharacterName, &sessions_.CharacterRef, &sessions_.Password})
       (*column)[at].clear();
+    sessions_.CharFlags[at] = 0;
+    sessions_.LastConnected[at].clear();
   }
   characters_.writeMudFile();
   return true;

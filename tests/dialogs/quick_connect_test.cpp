@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/keys.h"
+#include "core/scramble.h"
 #include "dialogs/prompts.h"
 #include "platform/memory/memory_platform.h"
 #include "support_upcalls.h"
@@ -91,6 +92,9 @@ TEST_F(QuickConnectTest, ARowOfTheListConnectsWithoutTyping) {
 }
 
 TEST_F(QuickConnectTest, DeleteAsksAndBlanksEveryCharacterOfTheMud) {
+  sessions.CharFlags[1] = charflag::AutoLogin;
+  sessions.Password[1] = "secret";
+  sessions.LastConnected[1] = "2026-01-15 12:00:00";
   int step = 0;
   std::vector<std::string> after;
   memory.loop.Idle = [&] {
@@ -115,10 +119,28 @@ TEST_F(QuickConnectTest, DeleteAsksAndBlanksEveryCharacterOfTheMud) {
   };
   quick.Show();
   EXPECT_EQ(after, (std::vector<std::string>{"Moor moor.example Port 23"}));
-  EXPECT_EQ(sessions.CharacterRef[1], "");
-  EXPECT_EQ(sessions.CharacterRef[2], "");
-  EXPECT_EQ(sessions.CharacterRef[3], "cid");
-  EXPECT_TRUE(memory.files.FileExists("/data/Character.mud"));
+  const std::string blank = R"("","","","","","","",0,"")"
+                            "\r\n";
+  const std::string left = R"("Moor","moor.example","","23","Cid","cid","",0,"")"
+                           "\r\n";
+  EXPECT_EQ(Scramble(memory.files.ReadWhole("/data/Character.mud")), blank + blank + left);
+}
+
+TEST_F(QuickConnectTest, NoDeletesNothing) {
+  int step = 0;
+  memory.loop.Idle = [&] {
+    if (++step == 1) {
+      int16 key = keycode::Delete;
+      int16 shift = 0;
+      memory.face.OpenEvents()->DialogHappened(1, DialogEvent::KeyDown, key, shift);
+      return true;
+    }
+    memory.face.Will(memory.face.OpenModel()->Code == "MSGBOX" ? "No" : "Cancel    Esc");
+    return memory.face.AnswerDialog();
+  };
+  quick.Show();
+  EXPECT_EQ(sessions.CharacterRef[1] + sessions.CharacterRef[2], "bobann");
+  EXPECT_FALSE(memory.files.FileExists("/data/Character.mud"));
 }
 
 }  // namespace
