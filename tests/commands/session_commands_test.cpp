@@ -212,6 +212,20 @@ TEST_F(SessionCommandsTest, ReloadReadsTheCharactersFilesAgain) {
   EXPECT_EQ(symbols.FindAlias("gone", owner, true), 0);
 }
 
+TEST_F(SessionCommandsTest, AnAbortOnTheWayEndsTheLine) {
+  MakeSession(0, "anna", true);
+  MakeSession(1, "bob", true);
+  AddAlias("mine", "x", script.SocketOwner[1]);
+  EXPECT_EQ(Run("#CHARACTER bob;look", option::AbortAll), "");
+  EXPECT_EQ(script.CurrentSocket, 1);
+  EXPECT_EQ(Run("#RELOAD bob;look", option::AbortAll), "");
+  EXPECT_EQ(LastOptions, option::AbortAll) << "for the levels above";
+  EXPECT_EQ(Run("#RELOAD bob;look", option::AbortBlock), "");
+  EXPECT_EQ(LastOptions, 0) << "for this level alone";
+  EXPECT_NE(symbols.FindAlias("mine", script.SocketOwner[1], true), 0) << "nothing was reloaded";
+  EXPECT_EQ(memory.sockets.TakeWritten(0) + memory.sockets.TakeWritten(1), "");
+}
+
 TEST_F(SessionCommandsTest, ReloadWithoutACharacterKeepsWhatIsForEverybody) {
   AddAlias("stays", "x", 0);
   EXPECT_EQ(Run("#RELOAD"), "");
