@@ -43,6 +43,8 @@ bool ReadKeywords(CommandCall& call, Search& search) {
   return true;
 }
 
+constexpr int32 FromTheEnd = -1;  // a start for a search backwards in the output
+
 // Positions count from 1; 0 for no hit. A hit begins at start or behind it, backwards at start or before it.
 int32 Position(std::string_view text, std::string_view wanted, int32 start, int32 direction) {
   if (start < 1 || text.empty()) return 0;
@@ -54,8 +56,10 @@ int32 Position(std::string_view text, std::string_view wanted, int32 start, int3
 }
 
 int32 Start(const Search& search, const TextModel& window) {
-  if (!search.First) return window.SelStart() + NextStep * search.Direction;
-  return search.Direction > 0 ? 1 : window.Length();
+  int32 start = search.Direction > 0 ? 1 : window.Length();
+  if (!search.First) start = window.SelStart() + NextStep * search.Direction;
+  // Kept: one place before the text is the end of the output, so a step back that lands there begins anew.
+  return search.InOutput && search.Direction < 0 && start == FromTheEnd ? window.Length() : start;
 }
 
 }  // namespace

@@ -43,11 +43,10 @@ int16 PlayLooped(CommandCall& call, const std::string& file, int32 volume) {
   return handle;
 }
 
-// Told, and the rest of the line goes on: a sound that is not there must not stop a script. A missing device has been
-// told once and for all.
+// Told, and the rest of the line goes on: a sound that is not there must not stop a script.
 void ReportNotPlayed(CommandCall& call, const std::string& file) {
   const CommandHouse& house = call.house;
-  if (house.sound.DeviceMissing() || house.platform.events.Ending()) return;
+  if (house.platform.events.Ending()) return;
   house.upcalls.errors.ErrorReport("problem playing " + house.options.SoundsFolder + file, call.inlineText, 0,
                                    call.options);  // PUMP
 }

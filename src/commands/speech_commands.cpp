@@ -86,16 +86,6 @@ void InsertAtCaret(TextModel& box, const std::string& text) {
   box.SetSelText(text);
 }
 
-// While a script file stands in the entry box, the entry line waits behind it.
-void InsertIntoEntryLine(BufferState& buffers, const std::string& text) {
-  if (buffers.CurrentBuffer == buffer::EntryLine) return InsertAtCaret(buffers.EntryBox, text);
-  std::string& line = buffers.BufferText[buffer::EntryLine];
-  int32& caret = buffers.BufferCaret[buffer::EntryLine];
-  const std::size_t at = std::min(line.size(), static_cast<std::size_t>(std::max<int32>(0, caret)));
-  line.insert(at, text);
-  caret = static_cast<int32>(at + text.size());
-}
-
 void Display(CommandHouse& house, const std::string& text, int16 channel, int16 session) {
   switch (channel) {
     case Channel::Incoming:
@@ -104,9 +94,7 @@ void Display(CommandHouse& house, const std::string& text, int16 channel, int16 
       house.windows.DisplayOutputBuffer(session);
       break;
     case Channel::Entry:
-      InsertIntoEntryLine(house.buffers, text);
-      break;
-    case Channel::Edit:
+    case Channel::Edit:  // one box shows both: what stands in it gets the text
       InsertAtCaret(house.buffers.EntryBox, text);
       break;
     case Channel::System:

@@ -56,12 +56,14 @@ void handler::Window(CommandCall& call) {
 
 void handler::AutoMenu(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
-  const std::string words = Upper(call.P[2]);
-  const std::size_t bar = words.find('|');
-  const std::string name = words.substr(0, bar);
-  const std::string path = bar == std::string::npos ? "" : words.substr(bar + 1);
-  if (name != "MAIN" && name != "WINDOW") return call.fail("Bad menu name: " + name);
-  call.house.menus.OpenMenu(name == "MAIN" ? "MAIN//00" : "BUFFERMENU//00", path);  // PUMP
+  // Kept: a name that has a path behind it is told as it was typed, and in upper case when it stands alone.
+  const std::size_t bar = call.P[2].find('|');
+  const bool walks = bar != std::string::npos;
+  const std::string name = walks ? call.P[2].substr(0, bar) : Upper(call.P[2]);
+  const std::string path = walks ? Upper(call.P[2].substr(bar + 1)) : "";
+  const bool isMain = SameText(name, "MAIN");
+  if (!isMain && !SameText(name, "WINDOW")) return call.fail("Bad menu name: " + name);
+  call.house.menus.OpenMenu(isMain ? "MAIN//00" : "BUFFERMENU//00", path);  // PUMP
 }
 
 }  // namespace corvid

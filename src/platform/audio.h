@@ -28,10 +28,11 @@ class AudioOutput {
  public:
   virtual ~AudioOutput() = default;
   // Opens the device, once. False when there is none or it does not answer within a few seconds; Problem() then says
-  // why, for the player. May be tried again.
+  // why, for the player. It is looked for again from then on; a later call does not wait, and tells whether it has
+  // been there.
   virtual bool Open() = 0;
   virtual std::string Problem() const = 0;
-  // A new stream of VoiceSampleRate; only after Open gave true. nullptr when the device has no source left.
+  // A new stream of VoiceSampleRate; only after Open was called. nullptr when the device has no source left.
   virtual std::unique_ptr<PcmStream> CreateStream() = 0;
 };
 

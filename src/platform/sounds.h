@@ -45,7 +45,8 @@ class SoundPlayer {
 class SoundOutput {
  public:
   virtual ~SoundOutput() = default;
-  // Opens the device, once; false when there is none. Problem() then says why, for the player.
+  // Opens the device, once; false when there is none. Problem() then says why, for the player. It is looked for again
+  // from then on: players made meanwhile play in silence, and are heard as soon as there is one.
   virtual bool OpenSounds() = 0;
   virtual std::string Problem() const = 0;
   // Decodes a WAV, OGG, FLAC or MP3 file, whole. nullptr with error set when it cannot be read.

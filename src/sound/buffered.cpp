@@ -125,7 +125,8 @@ int16 Sound::OpenSound(int16 Index, const std::string& waveFileIn, int16 DSFlags
 
 int16 Sound::Open(int16 slot, const std::string& name, const std::string& asked, int16 flags) {
   const std::string path = Locate(asked);
-  if (path.empty() || deviceMissing_) return 0;
+  if (path.empty()) return 0;
+  if (slot < 1 || slot > MostSoundBuffers) return NotOpened(name);
   SoundBuffer[slot].reset();
   BufferDescription description;
   description.Flags = Capabilities(flags, settings_.SoftwareBuffers);
@@ -134,10 +135,9 @@ int16 Sound::Open(int16 slot, const std::string& name, const std::string& asked,
   const std::shared_ptr<const SoundData> data = platform_.sounds.Load(path, error);
   std::unique_ptr<SoundPlayer> player;
   if (data) player = platform_.sounds.CreatePlayer(data, (description.Flags & buffercan::GlobalFocus) != 0, label);
-  if (!player) {
-    if (!QuietFileErrors) Tell("Error opening file " + name, box::OkOnly, "Corvid");
-    return 0;
-  }
+  // A device that is missing has been told, once and for all; a file that is no sound has not.
+  if (!player && data && deviceMissing_) return 0;
+  if (!player) return NotOpened(name);
   description.Format = FormatOf(*data);
   description.BufferBytes = data->Bytes();
   SoundBuffer[slot] = std::move(player);
@@ -150,6 +150,11 @@ int16 Sound::Open(int16 slot, const std::string& name, const std::string& asked,
   if (!Wants3D(flags) || data->Channels() != 2) return 1;
   Tell(name + " will not play.  Trying to use a stereo sound in a 3D buffer.", InformationIcon, "Warning ");
   return SoundSamples[slot] == data ? int16{1} : int16{0};  // the box let others use the slot
+}
+
+int16 Sound::NotOpened(const std::string& name) {
+  if (!QuietFileErrors) Tell("Error opening file " + name, box::OkOnly, "Corvid");  // PUMP
+  return 0;
 }
 
 int16 Sound::StartBuffer(int16 slot, const Request& request, int32& Volume, int32 StartPosition) {

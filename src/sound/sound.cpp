@@ -41,7 +41,16 @@ Sound::Sound(OptionsState& options, Platform& platform, Upcalls& upcalls, Random
 
 Sound::~Sound() = default;
 
+// One box at a time: a game that names missing files line by line while the player is away must not pile them up.
 void Sound::Tell(const std::string& text, int16 flags, const std::string& title) {
+  if (telling_) return;
+  struct Telling {
+    bool& flag;
+    explicit Telling(bool& f) : flag(f) { flag = true; }
+    ~Telling() { flag = false; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+  } const telling(telling_);
   upcalls_.prompter.MsgBox(text, flags, title);  // PUMP
 }
 
@@ -106,7 +115,7 @@ int16 Sound::Route(const Request& request, int32& Volume, int32 StartPosition) {
   Request played = request;
   switch (KindOfSound(played.Name)) {
     case SoundKind::Mp3:
-      return PlayStream(Mp3Pool(), played, Locate(played.Asked));
+      return PlayMP3Sound(played.Asked, Volume, played.Frequency, played.Pan, played.Flags);
     case SoundKind::StreamedOgg:
       return PlayOGGSound(played.Asked, Volume, played.Frequency, played.Pan, played.Flags);
     case SoundKind::Buffered:
@@ -121,6 +130,12 @@ std::string Sound::Locate(const std::string& name) const {
   const Files& files = platform_.files;
   if (name.find('\0') != std::string::npos) return {};
   if (IsWholePath(name)) return files.FileExists(name) ? files.Absolute(name) : std::string();
+  return LocateAtHome(name);
+}
+
+std::string Sound::LocateAtHome(const std::string& name) const {
+  const Files& files = platform_.files;
+  if (name.find('\0') != std::string::npos) return {};
   for (const std::string& folder : {options_.SoundsFolder, options_.UserDataFolder})
     if (files.FileExists(folder + name)) return files.Absolute(folder + name);
   return {};

@@ -82,7 +82,8 @@ class Sound {
   Sound& operator=(const Sound&) = delete;
 
   // Reads "sounds.ini" and opens the device. What is wrong in the file is told in message boxes, a missing device in a
-  // notice, and the program runs on, without sound if need be. May pump events.
+  // notice, once. The program runs on: sounds play in silence, and are heard as soon as there is a device. May pump
+  // events.
   void DSInit();
   bool Initialised() const { return initialised_; }
   bool DeviceMissing() const { return deviceMissing_; }  // the player has been told, once
@@ -96,10 +97,13 @@ class Sound {
   // StartPosition in bytes. A streamed OGG file ends the program. May pump events.
   int16 PlaySound(const std::string& waveFileIn, int32& Volume, int32 Frequency = 0, int32 Pan = 0,
                   int32 StartPosition = 0, int16 DSFlags = 0);
-  // Loads a file into slot Index of the buffers. 1, or 0 when it is not there or cannot be read; the latter is told.
+  // Loads a file into slot Index of the buffers. 1, or 0 when it is not there or cannot be loaded (there may be no such
+  // slot); the latter is told.
   // May pump events.
   int16 OpenSound(int16 Index, const std::string& waveFileIn, int16 DSFlags);
+  // The file is looked for in the folders of sounds alone, whatever its name is. One that is not there is told.
   int16 PlayOGGSound(const std::string& waveFileIn, int32 Volume, int32 Frequency, int32 Pan, int16 DSFlags);
+  // A file that is not there is told.
   int16 PlayMP3Sound(const std::string& waveFileIn, int32 Volume, int32 Frequency, int32 Pan, int16 DSFlags);
   void PlayOpenedSound(int16 Index, int32 StartPosition, int16 DSFlags);
   void StopPlay(int16 Index);       // an OGG or MP3 can be resumed
@@ -165,6 +169,7 @@ class Sound {
   void ReadSettings();
   void Tell(const std::string& text, int16 flags, const std::string& title);
   std::string Locate(const std::string& name) const;
+  std::string LocateAtHome(const std::string& name) const;
   SoundLabel LabelOf(int16 handle, const std::string& path) const;
 
   // buffered.cpp
@@ -174,6 +179,7 @@ class Sound {
   bool Fill(int16 slot, int16 match, const Request& request);
   bool DuplicateSoundBuffer(int16 from, int16 to);
   int16 Open(int16 slot, const std::string& name, const std::string& asked, int16 flags);
+  int16 NotOpened(const std::string& name);
   int16 StartBuffer(int16 slot, const Request& request, int32& Volume, int32 StartPosition);
   void Make3D(int16 slot, int16 flags);
   void ClearBuffer(int16 slot);
@@ -205,6 +211,7 @@ class Sound {
   bool deviceMissing_ = false;
   bool oggTick_ = true;
   bool ending_ = false;
+  bool telling_ = false;         // a box is open
   bool QuietFileErrors = false;  // nothing sets it
   int16 CurrentSlot = 0;         // the slot under treatment; not to be trusted over an event pump
   int64 startCount_ = 0;

@@ -39,13 +39,8 @@ int16 Sound::PlayOGGSound(const std::string& waveFileIn, int32 Volume, int32 Fre
     EndWithoutOgg();
     return 0;
   }
-  const Request request{Upper(waveFileIn), waveFileIn, Volume, Frequency, Pan, DSFlags};
-  const std::string path = Locate(waveFileIn);
-  if (path.empty()) {
-    if (!QuietFileErrors) Tell("File: " + request.Name + " does not exist!", StopIcon, "File not found.");
-    return 0;
-  }
-  return PlayStream(OggPool(), request, path);
+  return PlayStream(OggPool(), {Upper(waveFileIn), waveFileIn, Volume, Frequency, Pan, DSFlags},
+                    LocateAtHome(waveFileIn));
 }
 
 int16 Sound::PlayMP3Sound(const std::string& waveFileIn, int32 Volume, int32 Frequency, int32 Pan, int16 DSFlags) {
@@ -68,7 +63,10 @@ int16 Sound::ChooseStreamSlot(const StreamPool& pool) {
 
 int16 Sound::PlayStream(const StreamPool& pool, const Request& request, const std::string& path) {
   const bool ogg = pool.First == FirstOgg;
-  if (path.empty() || deviceMissing_) return 0;
+  if (path.empty()) {
+    if (!QuietFileErrors) Tell("File: " + request.Name + " does not exist!", StopIcon, "File not found.");
+    return 0;
+  }
   int16 slot = ChooseStreamSlot(pool);
   if (slot == 0) {
     if (ogg) Tell("insufficient OGG Handles available.", StopIcon, "Error!");

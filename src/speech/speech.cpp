@@ -19,7 +19,8 @@ constexpr std::int64_t LongestNap = 1000000;  // milliseconds
 constexpr int16 ByTheChosenWay = -1;          // to Speak: the type given to TTSSetup
 constexpr int16 FirstVoice = Channel::Incoming;
 constexpr int16 LoudestVolume = 100;
-constexpr std::string_view StartProblem = "Error initializing screen reader or MS SAPI.";
+constexpr std::string_view StartProblem = "Error! Error initializing screen reader or MS SAPI.";  // title and text
+constexpr std::int64_t EngineAgain = 2000;  // milliseconds between two looks for an engine that could not start
 
 bool IsChannel(int16 window) {
   return window >= 1 && window <= Speech::Channels;
@@ -102,7 +103,7 @@ void Speech::StopSpeakingAll() {
 
 void Speech::TTSSetup(int16 TTSType) {
   whateverWorks_ = false;
-  type_ = TTSType;
+  type_ = wantedType_ = TTSType;
   if (type_ == speechtype::ScreenReader && reader_ == Readiness::Failed) reader_ = Readiness::Untried;
   if (type_ == speechtype::Engine && engine_ == Readiness::Failed) engine_ = Readiness::Untried;
   const bool failed =
@@ -128,12 +129,18 @@ int16 Speech::WorkingType() {
   return StartReader() ? speechtype::ScreenReader : speechtype::None;
 }
 
+// An engine without a sound device is looked for again while there is something to say: a player who plugs in
+// headphones later is to hear it. The screen reader is not, since it may keep the program waiting.
 bool Speech::StartEngine() {
-  if (engine_ == Readiness::Untried) {
-    engine_ = platform_.speechEngine.Start() ? Readiness::Ready : Readiness::Failed;
-    if (engine_ == Readiness::Ready) ApplyVoices();
-  }
-  return engine_ == Readiness::Ready;
+  if (engine_ == Readiness::Ready) return true;
+  const std::int64_t now = platform_.clock.MonotonicMilliseconds();
+  if (engine_ == Readiness::Failed && now < engineAgain_) return false;
+  engine_ = platform_.speechEngine.Start() ? Readiness::Ready : Readiness::Failed;
+  engineAgain_ = now + EngineAgain;
+  if (engine_ == Readiness::Failed) return false;
+  if (wantedType_ == speechtype::Engine) type_ = speechtype::Engine;
+  ApplyVoices();
+  return true;
 }
 
 bool Speech::StartReader() {

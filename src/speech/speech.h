@@ -37,7 +37,8 @@ class Speech : public Speaker {
 
   int16 ChosenType() const { return type_; }
   // Chooses the type for texts without one and makes it ready. What cannot be made ready is told once on the screen and
-  // not used; a later call tries again. Ends SpeakWhateverWorks.
+  // not used; a later call tries again, and so does speech on a channel of an engine that could not start. Ends
+  // SpeakWhateverWorks.
   void TTSSetup(int16 TTSType);
   // While no type is chosen yet (the first run), channels of type 0 speak all the same: by the engine, else by the
   // screen reader. On from the start.
@@ -79,9 +80,11 @@ class Speech : public Speaker {
   SpeechState& speech_;
   KeyboardState& keyboard_;
   Platform& platform_;
-  int16 type_ = speechtype::None;  // as TTSSetup keeps it
+  int16 type_ = speechtype::None;        // as TTSSetup keeps it
+  int16 wantedType_ = speechtype::None;  // as it was given to TTSSetup
   bool whateverWorks_ = true;
   Readiness engine_ = Readiness::Untried;
+  std::int64_t engineAgain_ = 0;  // when one that failed may be tried again, milliseconds of the clock
   Readiness reader_ = Readiness::Untried;
 };
 

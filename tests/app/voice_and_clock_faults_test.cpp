@@ -41,7 +41,7 @@ TEST(DeadVoice, ThatNeverWorkedIsToldOnTheScreenOnce) {
   run.Do("#CONNECT bob");
   run.memory.sockets.Receive(1, "one\r\ntwo\r\n");
   EXPECT_EQ(run.memory.effects.Of("notice"),
-            Texts({"Error initializing screen reader or MS SAPI. There is no voice in this test"}));
+            Texts({"Error! Error initializing screen reader or MS SAPI. There is no voice in this test"}));
   EXPECT_NE(run.corvid.sessionState.OutputWindow(1).Text().find("two"), std::string::npos);
 }
 

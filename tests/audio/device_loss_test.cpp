@@ -183,5 +183,58 @@ TEST_F(DeviceLoss, ComesAndGoesUnderEverything) {
   device.join();
 }
 
+// --- none is there when the program starts ---
+
+class LateDevice : public DeviceLoss {
+ protected:
+  void SetUp() override {
+    mixer.SetPlugged(false);
+    EXPECT_FALSE(mixer.OpenSounds());
+    EXPECT_FALSE(mixer.OpenSounds()) << "asked again, it is not waited for";
+    EXPECT_FALSE(mixer.Problem().empty());
+  }
+};
+
+TEST_F(LateDevice, WhatWasStartedInSilenceIsHeardWhenItComes) {
+  const Frames ramp = RampFrames(29'000);
+  const auto player = Player(LoadFrames(ramp));
+  const auto streamed = Streamed(folder.Path("test.wav"));
+  ASSERT_NE(player, nullptr);
+  ASSERT_NE(streamed, nullptr);
+  player->Play(false);
+  EXPECT_EQ(Render(4000), Frames(4000));
+  mixer.SetPlugged(true);
+  EXPECT_TRUE(mixer.OpenSounds());
+  EXPECT_EQ(mixer.Problem(), "");
+  EXPECT_TRUE(player->IsPlaying());
+  Render(1024);
+  EXPECT_EQ(Render(1)[0], ramp[5024]) << "where it is by now";
+  EXPECT_EQ(Told(), std::vector<std::string>{}) << "who opened it has told that there was none";
+}
+
+TEST_F(LateDevice, SoundsEndInTimeUntilThen) {
+  const auto player = Player(LoadFrames(RampFrames(2000)));
+  player->Play(false);
+  Render(2500);
+  EXPECT_FALSE(player->IsPlaying());
+}
+
+TEST_F(LateDevice, AVoiceSpeaksWhenItComes) {
+  const auto voice = mixer.CreateStream();
+  ASSERT_NE(voice, nullptr);
+  mixer.SetPlugged(true);
+  const std::vector<int16> words(60'000, 8000);
+  voice->Queue(words.data(), words.size());
+  Render(1024);
+  EXPECT_GT(Render(100)[99][0], 4000);
+}
+
+TEST_F(LateDevice, ItsLossIsToldLikeAnyOther) {
+  mixer.SetPlugged(true);
+  mixer.SetPlugged(false);
+  EXPECT_EQ(Told(), Gone);
+  EXPECT_TRUE(mixer.OpenSounds()) << "it has been there";
+}
+
 }  // namespace
 }  // namespace corvid

@@ -104,21 +104,18 @@ TEST_F(OutputCommandTest, SayIntoTheEntryKeepsWhatStandsThere) {
   Run("#SAY {-} {Entry|NoReturn}");
   EXPECT_EQ(Entry().Text(), "lo-ok");
   EXPECT_EQ(Entry().SelStart(), 3);
-  // While a script stands in the box, the entry line waits behind it.
+  // A script that stands in the box gets the text of both channels, and the entry line behind it none.
   Loaded(4, "/data/hunt.set", "#VAR a 1");
   scriptFiles.MoveBuffers(4);
-  Run("#SAY {+} {Entry|NoReturn}");
-  EXPECT_EQ(Entry().Text(), "#VAR a 1");
+  Run("#SAY {; } {Edit|NoReturn};#SAY {+} {Entry|NoReturn}");
+  EXPECT_EQ(Entry().Text(), "; +#VAR a 1");
+  EXPECT_EQ(Entry().SelStart(), 3);
+  Entry().SetLocked(true);  // a script that cannot be changed is not
+  Run("#SAY {x} {Edit|NoReturn};#SAY {x} {Entry|NoReturn}");
+  EXPECT_EQ(Entry().Text(), "; +#VAR a 1");
   scriptFiles.MoveBuffers(buffer::EntryLine);
-  EXPECT_EQ(Entry().Text(), "lo-+ok");
-  EXPECT_EQ(Entry().SelStart(), 4);
-  // A script that cannot be changed is not.
-  scriptFiles.MoveBuffers(4);
-  Run("#SAY {; } {Edit|NoReturn}");
-  EXPECT_EQ(Entry().Text(), "; #VAR a 1");
-  Entry().SetLocked(true);
-  Run("#SAY {; } {Edit|NoReturn}");
-  EXPECT_EQ(Entry().Text(), "; #VAR a 1");
+  EXPECT_EQ(Entry().Text(), "lo-ok");
+  EXPECT_EQ(Entry().SelStart(), 3);
 }
 
 // ---- SEND ----
@@ -312,18 +309,18 @@ TEST_F(OutputCommandTest, FindTellsWhenThereIsNothing) {
 }
 
 TEST_F(OutputCommandTest, FindNextPassesOverWhatIsNearerThanSix) {
-  Viewport().SetText("x 3 x 7 x 1 x");  // at 1, 5, 9 and 13
+  Viewport().SetText(" x 3 x 7 x 1 x");  // at 2, 6, 10 and 14
   Run("#FIND x Output");
   Run("#FIND x {Next|Output}");
-  EXPECT_EQ(Viewport().SelStart(), 9) << "5 is nearer than six";
+  EXPECT_EQ(Viewport().SelStart(), 10) << "6 is nearer than six";
   Run("#FIND x {Next|Output}");
-  EXPECT_EQ(Of("speech"), Lines{"1 No more found."}) << "and so is 13";
+  EXPECT_EQ(Of("speech"), Lines{"1 No more found."}) << "and so is 14";
   Run("#FIND x {First|Reverse|Output}");
   Run("#FIND x {Next|Reverse|Output}");
-  EXPECT_EQ(Viewport().SelStart(), 5);
+  EXPECT_EQ(Viewport().SelStart(), 6);
   Run("#FIND x {Next|Reverse|Output}");
   EXPECT_EQ(Of("speech"), Lines{"1 No more found."});
-  EXPECT_EQ(Viewport().SelStart(), 5);
+  EXPECT_EQ(Viewport().SelStart(), 6);
 }
 
 TEST_F(OutputCommandTest, FindNextStepsBySixFromTheCaretExactly) {
@@ -335,7 +332,7 @@ TEST_F(OutputCommandTest, FindNextStepsBySixFromTheCaretExactly) {
       {"x....xx", "Forward|Output", 1, 7},  // 6 is passed over
       {"xx....x", "Reverse|Output", 7, 1},  // and so is 2
       {"x....x", "Forward|Output", 1, 1},   // nothing left
-      {"x....x", "Reverse|Output", 6, 6},   // six back is before the text
+      {"x....x", "Reverse|Output", 6, 6},   // six back is no place of the text
       {"x...xx", "Forward|Input", 0, 5},    // the caret stands before the hit, and is where the step begins
       {"xx.....x", "Reverse|Input", 7, 0},  //
       {"x...x", "Forward|Input", 0, 0},     //
@@ -351,6 +348,23 @@ TEST_F(OutputCommandTest, FindNextStepsBySixFromTheCaretExactly) {
     const Lines told{output ? "speech 1 No more found." : "speech 1 Not found"};
     EXPECT_EQ(Said("#FIND x {Next|" + keywords + "}"), at.First == at.Next ? told : Lines()) << at.Text << keywords;
     EXPECT_EQ((output ? Viewport() : Entry()).SelStart(), at.Next) << at.Text << keywords;
+  }
+}
+
+TEST_F(OutputCommandTest, FindNextBackwardsFromTheFifthPlaceBeginsAgainAtTheEnd) {
+  const struct {
+    int32 Caret, Found;  // 0: nothing
+  } cases[] = {{0, 0}, {4, 0}, {5, 11}, {6, 0}, {7, 1}, {11, 5}};
+  for (const auto& at : cases) {
+    Viewport().SetText("x...x.....x");
+    Viewport().SetSelStart(at.Caret);
+    Effects();
+    EXPECT_EQ(Said("#FIND x {Next|Reverse|Output}"), at.Found == 0 ? Lines{"speech 1 No more found."} : Lines());
+    EXPECT_EQ(Viewport().SelStart(), at.Found == 0 ? at.Caret : at.Found) << at.Caret;
+    // In the entry a start before the text finds nothing.
+    Entry().SetText("x...x.....x");
+    Entry().SetSelStart(5);
+    EXPECT_EQ(Said("#FIND x {Next|Reverse|Input}"), Lines{"speech 1 Not found"});
   }
 }
 
@@ -469,7 +483,7 @@ TEST_F(OutputCommandTest, AutoMenuOpensAMenuOrWalksThroughThem) {
   EXPECT_EQ(menu.MenuAutoPath, "") << "the next menu is opened by hand";
   EXPECT_EQ(Run("#AUTOMENU Window"), "");
   EXPECT_EQ(Of("speech"), Lines{"5 Corvid does not have this menu yet: BUFFERMENU"});
-  EXPECT_EQ(Run("#AUTOMENU {files|x}"), "Bad menu name: FILES");
+  EXPECT_EQ(Run("#AUTOMENU {files|x}"), "Bad menu name: files") << "as typed, where a path follows";
   EXPECT_EQ(Run("#AUTOMENU files"), "Bad menu name: FILES");
 }
 

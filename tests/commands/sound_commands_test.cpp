@@ -90,13 +90,20 @@ TEST_F(SoundCommandsTest, TextIsSpokenAndIsNoSound) {
   EXPECT_NE(ErrorLog().find("problem playing /data/Sounds/##Hello there"), std::string::npos);
 }
 
-TEST_F(SoundCommandsTest, WithoutADeviceEachSoundIsNotAnErrorOfItsOwn) {
+TEST_F(SoundCommandsTest, WithoutADeviceSoundsPlayInSilence) {
   memory.sounds.Works = false;
   sound.ResetSounds();
   Effects();
   EXPECT_EQ(Run("#PLAY x.wav;#PLAYLOOP tune.mp3;#VAR after yes"), "");
   EXPECT_EQ(Effects(), Lines{});
   EXPECT_EQ(Variable("after", owner), "yes");
+  EXPECT_EQ(System(sysvar::PLAYHANDLE), "201");
+  EXPECT_EQ(System(sysvar::MP3LOOP), "201");
+  memory.sounds.PlayersLeft = 0;
+  EXPECT_EQ(Run("#PLAY y.wav;#VAR after still"), "");
+  EXPECT_EQ(Effects(), (Lines{"speech 1 error", "beep"})) << "a handle of 0 is always told";
+  EXPECT_NE(ErrorLog().find("problem playing /data/Sounds/y.wav"), std::string::npos);
+  EXPECT_EQ(Variable("after", owner), "still");
   EXPECT_EQ(System(sysvar::PLAYHANDLE), "0");
 }
 

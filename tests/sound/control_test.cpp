@@ -86,14 +86,33 @@ TEST_F(SoundTest, AMissingDeviceIsToldOnceAndTheProgramGoesOn) {
   EXPECT_EQ(Take("notice"), (Texts{"Unable to initialize DirectSound - sound card may not be present"}));
   EXPECT_TRUE(sound.Initialised());
   EXPECT_TRUE(sound.DeviceMissing());
-  EXPECT_EQ(Play("a.wav"), 0);
-  EXPECT_EQ(Play("tune.mp3"), 0);
+  EXPECT_EQ(Play("a.wav"), 2);
+  EXPECT_EQ(Play("tune.mp3"), 201);
+  Pass(900);
+  EXPECT_TRUE(sound.IsPlaying(2));
+  Pass(200);
+  EXPECT_FALSE(sound.IsPlaying(2)) << "in silence, and no longer than with a device";
+  EXPECT_FALSE(sound.IsPlaying(201));
   sound.ResetSounds();
   EXPECT_TRUE(memory.effects.All().empty()) << "not again";
   memory.sounds.Works = true;
+  EXPECT_EQ(Play("a.wav"), 2);
+  EXPECT_EQ(Heard(), (Texts{"play 2 a.wav 0 0 22050 once"})) << "headphones are plugged in";
   sound.ResetSounds();
   EXPECT_FALSE(sound.DeviceMissing());
-  EXPECT_NE(Play("a.wav"), 0);
+}
+
+TEST_F(SoundTest, WithoutADeviceAndItsStandInNothingPlaysAndNoBoxComes) {
+  memory.sounds.Works = false;
+  memory.sounds.PlayersLeft = 0;
+  Init();
+  memory.effects.Clear();
+  EXPECT_EQ(Play("a.wav"), 0);
+  EXPECT_EQ(Play("tune.mp3"), 0);
+  EXPECT_TRUE(memory.effects.All().empty());
+  memory.files.Put("/data/Sounds/bad.wav", "nonsense");
+  EXPECT_EQ(Play("bad.wav"), 0);
+  EXPECT_EQ(Boxes(), (Texts{"0|Corvid|Error opening file BAD.WAV"}));
 }
 
 TEST_F(SoundTest, ADeviceWithoutPlayersLeftFailsLikeABadFile) {
@@ -209,7 +228,11 @@ TEST_F(SoundTest, AnMp3IsStreamedInItsOwnPool) {
   EXPECT_EQ(memory.sounds.Loads, 0);
   Pass(1500);
   EXPECT_EQ(Play("tune.mp3"), 203) << "an empty slot before one that has ended";
+  EXPECT_EQ(Boxes(), Texts());
   EXPECT_EQ(Play("nosuch.mp3"), 0);
+  EXPECT_EQ(Boxes(), (Texts{"16|File not found.|File: NOSUCH.MP3 does not exist!"}));
+  EXPECT_EQ(sound.PlayMP3Sound("gone.mp3", 0, 0, 0, 0), 0);
+  EXPECT_EQ(Boxes(), (Texts{"16|File not found.|File: GONE.MP3 does not exist!"}));
   memory.files.Put("/data/Sounds/bad.mp3", "nonsense");
   EXPECT_EQ(Play("bad.mp3"), 0);
   EXPECT_TRUE(Boxes().empty());
@@ -318,6 +341,17 @@ TEST_F(OggTest, WithItsTickAnOggIsStreamed) {
   EXPECT_EQ(Boxes(), (Texts{"16|File not found.|File: Y.OGG does not exist!"}));
   EXPECT_EQ(Play("x.ogg", playflag::ThreeD), 102);
   EXPECT_EQ(Boxes(), (Texts{"16|Error.|Standard OGG Files can not be 3d. File: X.OGG"}));
+}
+
+TEST_F(OggTest, IsLookedForInTheFoldersOfSoundsAlone) {
+  memory.PutSound("/elsewhere/x.ogg", 1000);
+  memory.PutSound("/data/own.ogg", 1000);
+  for (const char* name : {"/elsewhere/x.ogg", "\\elsewhere\\x.ogg"}) {
+    EXPECT_EQ(Play(name), 0) << name;
+    EXPECT_EQ(Boxes().size(), 1u) << name;
+  }
+  EXPECT_EQ(Play("own.ogg"), 101);
+  EXPECT_EQ(Play("\\x.ogg"), 102);
 }
 
 TEST_F(OggTest, ThePoolHasTwentySlots) {
@@ -433,6 +467,19 @@ TEST_F(SoundTest, WhatPlaysDuringABoxKeepsItsSlot) {
   EXPECT_EQ(Play("tune.mp3", playflag::ThreeD), 202);
 }
 
+TEST_F(SoundTest, BoxesDoNotPileUp) {
+  Init();
+  prompter.OnBox = [&] {
+    for (int i = 0; i < 100; ++i) EXPECT_EQ(Play("gone.mp3"), 0);
+    EXPECT_EQ(Play("*.wav"), 0);
+  };
+  EXPECT_EQ(Play("nosuch.mp3"), 0);
+  EXPECT_EQ(Boxes(), (Texts{"16|File not found.|File: NOSUCH.MP3 does not exist!"}));
+  prompter.OnBox = nullptr;
+  EXPECT_EQ(Play("gone.mp3"), 0);
+  EXPECT_EQ(Boxes().size(), 1u) << "the next one is told again";
+}
+
 // --- the keeper of the music ---
 
 class MusicTest : public SoundTest {
@@ -487,8 +534,9 @@ TEST_F(MusicTest, GivesUpAFileThatHasGone) {
   Pass(3000);
   EXPECT_EQ(state.MusicHandle, 0);
   EXPECT_FALSE(music.Running());
-  EXPECT_TRUE(Heard().empty());
+  EXPECT_TRUE(memory.effects.Of("sound").empty());
   EXPECT_TRUE(memory.effects.Of("unknownerror").empty());
+  EXPECT_EQ(Boxes(), (Texts{"16|File not found.|File: TUNE.MP3 does not exist!"})) << "once";
 }
 
 TEST_F(MusicTest, AFaultIsLoggedOnce) {

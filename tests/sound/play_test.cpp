@@ -98,6 +98,19 @@ TEST_F(SoundTest, ADuplicateThatTakesTheSlotOfItsOriginalIsLoadedAgain) {
   EXPECT_TRUE(sound.IsPlaying(6));
 }
 
+TEST_F(SoundTest, ADuplicateThatFailsIsOpenedLikeAnyFile) {
+  Init();
+  EXPECT_EQ(Play("a.wav"), 2);
+  memory.sounds.PlayersToFail = 1;
+  EXPECT_EQ(Play("a.wav", playflag::Priority2), 3);
+  EXPECT_EQ(memory.sounds.Loads, 2);
+  EXPECT_EQ(sound.NameOf(3), "A.WAV") << "with its name and priority, which a duplicate has not";
+  EXPECT_EQ(sound.PriorityOf(3), 2);
+  EXPECT_TRUE(sound.IsPlaying(2));
+  EXPECT_TRUE(sound.IsPlaying(3));
+  EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(SoundTest, ADuplicateIn3DHasTheConesThatItAsksFor) {
   Init();
   Play("a.wav", playflag::ThreeD);
@@ -185,6 +198,17 @@ TEST_F(SoundTest, AFileThatIsNoSoundIsTold) {
   EXPECT_EQ(sound.OpenSound(8, "nosuch.wav", 0), 0);
   sound.PlayOpenedSound(7, 0, 0);
   EXPECT_TRUE(sound.IsPlaying(7));
+}
+
+TEST_F(SoundTest, ThereAreAHundredSlotsToOpenAFileIn) {
+  Init();
+  for (const int16 slot : {int16{1}, int16{100}}) EXPECT_EQ(sound.OpenSound(slot, "a.wav", 0), 1) << slot;
+  for (const int slot : {-32768, -1, 0, 101, 201, 32767}) {
+    EXPECT_EQ(sound.OpenSound(static_cast<int16>(slot), "a.wav", 0), 0) << slot;
+    EXPECT_EQ(Boxes(), (Texts{"0|Corvid|Error opening file a.wav"})) << slot;
+    EXPECT_EQ(sound.OpenSound(static_cast<int16>(slot), "nosuch.wav", 0), 0) << slot;
+    EXPECT_EQ(Boxes(), Texts()) << "a file that is not there is not told";
+  }
 }
 
 TEST_F(SoundTest, PositionsAreRoundedTheirOwnWays) {

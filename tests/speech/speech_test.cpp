@@ -172,7 +172,7 @@ TEST(NoVoice, IsToldOnceOnTheScreenAndTheProgramGoesOn) {
   for (int i = 0; i < 3; ++i) house.speech.SpeakOut("text", 1, 0);
   house.speech.StopSpeech();
   EXPECT_EQ(house.Told("notice"),
-            Texts({"Error initializing screen reader or MS SAPI. There is no voice in this test"}));
+            Texts({"Error! Error initializing screen reader or MS SAPI. There is no voice in this test"}));
   EXPECT_EQ(house.Told("speech"), Texts());
   EXPECT_EQ(house.state.LastSpoken, "text");
   // Chosen again, it is tried again.
@@ -195,6 +195,38 @@ TEST(NoVoice, TheTypeThatFailedIsNotUsed) {
     house.speech.TTSSetup(type);
     EXPECT_EQ(house.speech.ChosenType(), type);
   }
+}
+
+TEST(NoVoice, AnEngineThatComesLaterIsFoundWithoutAWord) {
+  SpeechHouse house;
+  house.AllChannels(3);
+  house.state.VoiceRate[2] = 5;
+  house.mem.speech.Works = false;
+  house.speech.TTSSetup(3);
+  house.mem.effects.Clear();
+  house.mem.speech.Works = true;  // headphones are plugged in
+  house.speech.SpeakOut("too early", 1, 0);
+  EXPECT_EQ(house.Told("speech"), Texts()) << "it is not looked for all the time";
+  house.mem.loop.Pass(2000);
+  house.speech.SpeakOut("text", 1, 0);
+  house.speech.Speak("more", -1, 1);
+  EXPECT_EQ(house.Told("speech"), Texts({"1 text", "1 more"}));
+  EXPECT_EQ(house.speech.ChosenType(), speechtype::Engine);
+  EXPECT_EQ(house.mem.speech.Set(2).rate, 5) << "with the voices that were set";
+  EXPECT_EQ(house.Told("notice"), Texts());
+}
+
+TEST(NoVoice, AnEngineThatComesLaterIsNotChosenForAReader) {
+  SpeechHouse house;
+  house.AllChannels(3);
+  house.speech.TTSSetup(1);
+  house.mem.speech.Works = false;
+  house.speech.SpeakOut("text", 2, 0);
+  house.mem.speech.Works = true;
+  house.mem.loop.Pass(2000);
+  house.speech.SpeakOut("text", 2, 0);
+  EXPECT_EQ(house.Told("speech"), Texts({"2 text"}));
+  EXPECT_EQ(house.speech.ChosenType(), speechtype::ScreenReader);
 }
 
 TEST(NoVoice, EachWayIsMadeReadyWhenAChannelFirstNeedsIt) {
@@ -262,15 +294,21 @@ struct CountedStarts : MemorySpeech {
   int Starts = 0;
 };
 
-TEST(Voices, AreMadeReadyOnce) {
+TEST(Voices, AndTheReaderAreMadeReadyOnce) {
   SpeechHouse house;
   CountedStarts engine(house.mem.effects);
-  TwoWays both(house, engine);
-  for (const int16 type : {speechtype::Engine, speechtype::ScreenReader, speechtype::Engine}) {
-    both.speech.TTSSetup(type);
-    both.speech.Speak("text", -1, 1);
+  CountedStarts reader(house.mem.effects);
+  Platform platform{house.mem.clock, house.mem.loop,   house.mem.loop,     house.mem.sockets,
+                    house.mem.files, house.mem.places, house.mem.settings, engine,
+                    reader,          house.mem.face,   house.mem.sounds};
+  Speech speech(house.state, house.keyboard, platform);
+  for (const int16 type :
+       {speechtype::Engine, speechtype::ScreenReader, speechtype::Engine, speechtype::ScreenReader}) {
+    speech.TTSSetup(type);
+    speech.Speak("text", -1, 1);
   }
   EXPECT_EQ(engine.Starts, 1);
+  EXPECT_EQ(reader.Starts, 1);
 }
 
 TEST(Voices, AMissingOneLeavesTheOtherValuesToBeSet) {

@@ -133,6 +133,31 @@ TEST(VoiceKeys, StopAtTheirLimits) {
   EXPECT_EQ(voice, 2) << "three voices";
 }
 
+TEST(VoiceKeys, AKeyAtALimitIsAnsweredWithTheSampleToo) {
+  const struct {
+    void (VoiceKeys::*Adjust)(int16&);
+    int16 Limit;
+    int16 Key;
+    const char* Sample;
+  } cases[] = {{&VoiceKeys::AdjustVolume, 100, keycode::Up, "1 Here is the new volume."},
+               {&VoiceKeys::AdjustVolume, 0, keycode::Down, "1 Here is the new volume."},
+               {&VoiceKeys::AdjustRate, 21, keycode::Right, "1 Here is the new rate."},
+               {&VoiceKeys::AdjustRate, -10, keycode::Left, "1 Here is the new rate."},
+               {&VoiceKeys::AdjustVoice, 2, keycode::Down, "1 Here is the current voice"},
+               {&VoiceKeys::AdjustVoice, 0, keycode::Up, "1 Here is the current voice"}};
+  for (const auto& at : cases) {
+    VoiceKeysHouse house;
+    int16 value = at.Limit;
+    house.WillAndEnter({at.Key, at.Key});
+    (house.voiceKeys.*at.Adjust)(value);
+    EXPECT_EQ(value, at.Limit) << at.Sample;
+    const Texts said = house.Told("speech");
+    ASSERT_EQ(said.size(), 3u) << at.Sample << at.Limit;
+    EXPECT_EQ(said[1], at.Sample);
+    EXPECT_EQ(said[2], at.Sample) << "a player hears that the key has arrived";
+  }
+}
+
 TEST(VoiceKeys, EscapeEndsAnAdjusterToo) {
   VoiceKeysHouse house;
   int16 rate = 0;

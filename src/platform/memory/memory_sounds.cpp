@@ -36,11 +36,11 @@ std::shared_ptr<const SoundData> MemorySounds::Load(const std::string& path, std
 
 std::unique_ptr<SoundPlayer> MemorySounds::Create(const SoundLength& length, bool inBackground,
                                                   const SoundLabel& label) {
-  if (PlayersLeft <= 0) return nullptr;
+  if (PlayersLeft <= 0 || (PlayersToFail > 0 && PlayersToFail-- > 0)) return nullptr;
   --PlayersLeft;
   return std::make_unique<TimedPlayer>(clock_, length, inBackground, label,
                                        [this](const char* op, const TimedPlayer& player) {
-                                         if (plugged_) effects_.Add("sound", Line(op, player));
+                                         if (plugged_ && Works) effects_.Add("sound", Line(op, player));
                                        });
 }
 

@@ -34,9 +34,10 @@ class MemorySounds : public SoundOutput {
   void SetPlugged(bool plugged);
   std::function<void(const std::string& text)> Lost;
 
-  bool Works = true;
+  bool Works = true;  // without a device nothing is heard, and sounds end in time
   bool Focused = true;
   int PlayersLeft = 301;  // that may still be made
+  int PlayersToFail = 0;  // the next ones that cannot be made
   int Loads = 0;          // files that were decoded whole
 
  private:

@@ -22,7 +22,7 @@ constexpr int SilentRate = 22050;
 
 }  // namespace
 
-DeviceCore::DeviceCore(MixerSettings settings_) : settings(std::move(settings_)) {}
+DeviceCore::DeviceCore(MixerSettings settings_, bool plugged) : settings(std::move(settings_)), plugged_(plugged) {}
 
 DeviceCore::~DeviceCore() {
   if (feeder_.joinable()) {
@@ -60,22 +60,42 @@ OpenedDevice DeviceCore::OpenLoopback() const {
   return {};
 }
 
-bool DeviceCore::Open(std::string& problem) {
-  PrepareLibrary();
+OpenedDevice DeviceCore::OpenReal(std::string& problem) {
   OpenedDevice opened;
   if (settings.loopback) {
-    opened = OpenLoopback();
-    problem = "The sound library has no loopback device.";
-  } else {
-    DeviceOpening opening(settings.device, Attributes(false));
-    if (opening.Finished(OpenLimit)) opened = opening.Take();
-    problem = opening.Problem();
+    if (plugged_) opened = OpenLoopback();
+    if (opened.context == nullptr) problem = "The sound library has no loopback device.";
+    return opened;
   }
-  if (opened.context == nullptr) return false;
+  opening_ = std::make_unique<DeviceOpening>(settings.device, Attributes(false));
+  const bool finished = opening_->Finished(OpenLimit);
+  if (finished) opened = opening_->Take();
+  if (opened.context == nullptr) problem = opening_->Problem();
+  if (finished) opening_ = nullptr;  // what hangs is waited for on the side
+  return opened;
+}
+
+bool DeviceCore::Open(std::string& problem) {
+  PrepareLibrary();
+  problem.clear();
+  OpenedDevice opened = OpenReal(problem);
+  found_ = opened.context != nullptr;
+  if (!found_) {
+    opened = OpenLoopback();
+    if (opened.context == nullptr) return false;
+    standIn_ = true;
+    silentUntil_ = Clock::now();
+    nextLook_ = silentUntil_ + LookInterval;
+  }
   device = opened.device;
   context = opened.context;
   feeder_ = std::thread([this] { Work(); });
   return true;
+}
+
+bool DeviceCore::Found() {
+  const std::lock_guard lock(mutex);
+  return found_;
 }
 
 bool DeviceCore::Gone() const {
@@ -125,6 +145,7 @@ void DeviceCore::LookForDevice() {
   }
   if (found.context == nullptr) return;
   MoveTo(found, false);
+  found_ = true;
   told_ = false;
 }
 
@@ -148,6 +169,7 @@ void DeviceCore::MoveTo(const OpenedDevice& next, bool silent) {
 
 void DeviceCore::Join(Audible& audible) {
   audibles_.push_back(&audible);
+  if (standIn_) Hurry();
 }
 
 void DeviceCore::Leave(Audible& audible) {
@@ -192,7 +214,7 @@ void DeviceCore::Work() {
     Watch();
     if (standIn_ && !settings.loopback) RunSilently();
     milliseconds next = FeedAll();
-    if (standIn_ && !settings.loopback) next = std::min(next, SilentInterval);
+    if (standIn_ && !settings.loopback && !audibles_.empty()) next = std::min(next, SilentInterval);
     fed.wait_for(lock, next);
   }
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The device, all that is heard through it, and the thread that keeps it fed. A device that goes away (a headset is
 // unplugged, the sound system ends) is replaced by a silent one in which everything runs on in time, until a real one
-// is there again.
+// is there again. The silent one is also the first where none is there yet.
 #pragma once
 
 #include <chrono>
@@ -36,12 +36,14 @@ class Audible {
 
 // All but the constructor and Open is guarded by mutex.
 struct DeviceCore {
-  explicit DeviceCore(MixerSettings settings);
+  DeviceCore(MixerSettings settings, bool plugged);  // plugged, of the loopback: the device is there
   ~DeviceCore();
   DeviceCore(const DeviceCore&) = delete;
   DeviceCore& operator=(const DeviceCore&) = delete;
 
+  // False when not even the silent device can be had. problem says why there is no real one; empty: there is.
   bool Open(std::string& problem);
+  bool Found();  // a real device is or was there
   // False from the moment on in which the device went away until another one has been entered. What the library says
   // about what was playing then, that it has stopped, means nothing.
   bool Connected() const;
@@ -66,6 +68,7 @@ struct DeviceCore {
 
  private:
   using Clock = std::chrono::steady_clock;
+  OpenedDevice OpenReal(std::string& problem);
   std::vector<ALCint> Attributes(bool silent) const;
   OpenedDevice OpenLoopback() const;
   void MoveTo(const OpenedDevice& next, bool silent);
@@ -79,7 +82,8 @@ struct DeviceCore {
   std::vector<std::pair<const MemorySound*, std::weak_ptr<HalfBuffers>>> halves_;
   bool standIn_ = false;  // the device is the silent one; changed with both mutexes held
   bool told_ = false;     // the player knows that the device is gone
-  bool plugged_ = true;
+  bool found_ = false;
+  bool plugged_;
   std::unique_ptr<DeviceOpening> opening_;  // of the device that is to come back
   Clock::time_point nextLook_;
   Clock::time_point silentUntil_;  // up to when the silent device has been mixed

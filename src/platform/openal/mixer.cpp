@@ -15,11 +15,13 @@ OpenAlMixer::OpenAlMixer(MixerSettings settings) : settings_(std::move(settings)
 OpenAlMixer::~OpenAlMixer() = default;
 
 bool OpenAlMixer::Open() {
-  if (core_ != nullptr) return true;
-  auto core = std::make_unique<DeviceCore>(settings_);
-  if (!core->Open(problem_)) return false;
-  core_ = std::move(core);
-  core_->SetFocused(focused_);
+  if (core_ == nullptr) {
+    auto core = std::make_unique<DeviceCore>(settings_, plugged_);
+    if (!core->Open(problem_)) return false;
+    core_ = std::move(core);
+    core_->SetFocused(focused_);
+  }
+  if (!core_->Found()) return false;
   problem_.clear();
   return true;
 }
@@ -69,6 +71,7 @@ std::vector<float> OpenAlMixer::Render(std::size_t frames) {
 }
 
 void OpenAlMixer::SetPlugged(bool plugged) {
+  plugged_ = plugged;
   if (core_ != nullptr) core_->SetPlugged(plugged);
 }
 

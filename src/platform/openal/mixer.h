@@ -15,7 +15,7 @@ namespace corvid {
 struct DeviceCore;
 
 // A device that goes away while the program runs is opened again when it is back, or another is there; until then
-// voices and sounds run on in silence and come to their end in time.
+// voices and sounds run on in silence and come to their end in time. The same holds where there is none at first.
 //
 // Sets ALSOFT_CONF and ALSOFT_LOGLEVEL for this process where the player has not set them, so the first Open belongs
 // before other threads that read the environment.
@@ -42,13 +42,14 @@ class OpenAlMixer : public AudioOutput, public SoundOutput {
   // Loopback only: mixes the next frames and returns them, channels interleaved, full scale being 1. Never waits for
   // the other calls, nor they for it, as on a real device.
   std::vector<float> Render(std::size_t frames);
-  // Loopback only: takes the device away and gives it back.
+  // Loopback only: takes the device away and gives it back. Before Open: whether it is there.
   void SetPlugged(bool plugged);
 
  private:
   MixerSettings settings_;
   std::string problem_;
   bool focused_ = true;
+  bool plugged_ = true;
   std::unique_ptr<DeviceCore> core_;
 };
 
