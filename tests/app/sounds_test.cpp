@@ -1,6 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Sounds in the whole program: from its start to its end.
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/qt/files.h"
 #include "running_program.h"
+#include "sessions/sound_lines.h"
+#include "support_upcalls.h"
 
 namespace corvid {
 namespace {
@@ -62,6 +72,50 @@ TEST(ProgramSounds, SoundLinesOfTheGameArePlayed) {
   const Texts heard = run.memory.effects.Of("sound");
   ASSERT_EQ(heard.size(), 1u);
   EXPECT_NE(heard[0].find("hit.wav -1200"), std::string::npos);
+}
+
+// Sound lines over a real folder.
+TEST(ProgramSounds, AStormOfSoundLinesListsTheFolderOnce) {
+  std::string pattern = (std::filesystem::temp_directory_path() / "corvid-storm-XXXXXX").string();
+  const std::string folder = std::string(mkdtemp(pattern.data())) + "/";
+  MemoryPlatform memory;
+  for (const char* name : {"Hit1.wav", "hit2.wav", "Song.mp3"}) {
+    std::ofstream(folder + name) << "x";
+    memory.sounds.Put(folder + name, {44100, 1, 22050});
+  }
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  const timespec before[] = {{now.tv_sec - 10, 0}, {now.tv_sec - 10, 0}};
+  utimensat(AT_FDCWD, folder.c_str(), before, 0);
+  PosixFiles disk{FolderLists([now] { return now; })};
+  Platform platform{memory.clock,    memory.loop,   memory.loop,   memory.sockets, disk,         memory.places,
+                    memory.settings, memory.speech, memory.speech, memory.face,    memory.sounds};
+  OptionsState options;
+  options.SoundsFolder = folder;
+  options.UserDataFolder = folder;
+  ScriptState script;
+  RecordingRunner runner{memory.effects};
+  RecordingErrors errors{memory.effects};
+  RecordingSpeaker speaker{memory.effects};
+  SilentPrompter prompter;
+  RecordingScreens screens{memory.effects};
+  RecordingJobs jobs{memory.effects};
+  Upcalls upcalls{runner, errors, speaker, prompter, screens, jobs};
+  Sound sound{options, platform, upcalls};
+  SoundLines lines{options, sound, platform};
+  sound.DSInit();
+  for (int i = 0; i < 500; ++i)
+    for (const char* line : {"!!SOUND(HIT1.WAV)", "!!SOUND(hit*)", "!!MUSIC(SONG)", "!!SOUND(nosuch)", "!!MUSIC(no*)"})
+      lines.msp(line);
+  EXPECT_EQ(disk.Listings(), 1);
+  EXPECT_EQ(memory.effects.Of("sound").size(), 50U);  // as many as may sound at once
+  std::ofstream(folder + "New.wav") << "x";
+  memory.sounds.Put(folder + "New.wav", {44100, 1, 22050});
+  memory.loop.Pass(2000);
+  memory.effects.Clear();
+  lines.msp("!!SOUND(NEW)");
+  EXPECT_EQ(memory.effects.Of("sound").size(), 1U) << "a new file is found at once";
+  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -33,42 +33,6 @@ bool IsFolder(const std::string& path) {
   return stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
-// The name in folder that differs from name by case alone; of several the first in order. Empty when there is none.
-std::string OtherCase(const std::string& folder, const std::string& name) {
-  std::string found;
-  std::error_code ignored;
-  for (fs::directory_iterator entry(folder, ignored), end; !ignored && entry != end; entry.increment(ignored)) {
-    const std::string candidate = entry->path().filename().string();
-    if (SameText(candidate, name) && (found.empty() || candidate < found)) found = candidate;
-  }
-  return found;
-}
-
-// The path as it is on disk: absolute, "/" between the parts, each part as spelled where that exists and otherwise as
-// the disk spells it in another case. Parts that exist in no spelling stay as given, so a new file is spelled so.
-std::string Resolve(const std::string& path) {
-  if (path.empty()) return {};
-  std::string plain = path;
-  std::replace(plain.begin(), plain.end(), '\\', '/');
-  if (plain.find('\0') != std::string::npos) throw Fault(FaultKind::BadFile, "A file name cannot hold code 0");
-  std::error_code ignored;
-  const bool folder = plain.back() == '/';
-  std::string whole = fs::absolute(plain, ignored).lexically_normal().string();
-  if (Exists(whole)) return whole;
-  std::string result = "/";
-  for (const std::string& part : Split(whole, "/")) {
-    if (part.empty()) continue;
-    std::string next = result + part;
-    if (!Exists(next)) {
-      const std::string other = OtherCase(result, part);
-      if (!other.empty()) next = result + other;
-    }
-    result = next + "/";
-  }
-  if (!folder && result.size() > 1) result.pop_back();
-  return result;
-}
-
 std::string WithoutLastSlash(std::string path) {
   while (path.size() > 1 && path.back() == '/') path.pop_back();
   return path;
@@ -177,26 +141,58 @@ std::string BehindLinks(const std::string& path) {
   return error ? path : target.string();
 }
 
-std::vector<std::string> Names(const std::string& folder, bool folders) {
-  const std::string path = Resolve(folder.empty() ? "." : folder);
-  if (!IsFolder(path)) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
-  std::vector<std::string> names;
-  std::error_code error;
-  fs::directory_iterator entry(path, error);
-  if (error) FailFor(error.value(), path);
-  for (const fs::directory_iterator end; entry != end; entry.increment(error)) {
-    std::error_code ignored;
-    const bool wanted =
-        folders ? entry->is_directory(ignored) && !entry->is_symlink(ignored) : entry->is_regular_file(ignored);
-    if (wanted) names.push_back(entry->path().filename().string());
-    if (error) break;
-  }
-  if (error) FailFor(error.value(), path);
-  std::sort(names.begin(), names.end());
-  return names;
+}  // namespace
+
+// The name in folder that differs from name by case alone; of several the first in order. Empty when there is none.
+std::string PosixFiles::OtherCase(const std::string& folder, const std::string& name) const {
+  std::error_code ignored;
+  for (const FolderEntry& entry : lists_.List(folder, ignored))
+    if (SameText(entry.Name, name)) return entry.Name;
+  return {};
 }
 
-}  // namespace
+// The path as it is on disk: absolute, "/" between the parts, each part as spelled where that exists and otherwise as
+// the disk spells it in another case. Parts that exist in no spelling stay as given, so a new file is spelled so.
+std::string PosixFiles::Resolve(const std::string& path) const {
+  if (path.empty()) return {};
+  std::string plain = path;
+  std::replace(plain.begin(), plain.end(), '\\', '/');
+  if (plain.find('\0') != std::string::npos) throw Fault(FaultKind::BadFile, "A file name cannot hold code 0");
+  std::error_code ignored;
+  const bool folder = plain.back() == '/';
+  std::string whole = fs::absolute(plain, ignored).lexically_normal().string();
+  if (Exists(whole)) return whole;
+  std::string result = "/";
+  for (const std::string& part : Split(whole, "/")) {
+    if (part.empty()) continue;
+    std::string next = result + part;
+    if (!Exists(next)) {
+      const std::string other = OtherCase(result, part);
+      if (!other.empty()) next = result + other;
+    }
+    result = next + "/";
+  }
+  if (!folder && result.size() > 1) result.pop_back();
+  return result;
+}
+
+std::vector<std::string> PosixFiles::Names(const std::string& folder, bool folders) const {
+  const std::string path = WithoutLastSlash(Resolve(folder.empty() ? "." : folder));
+  if (!IsFolder(path)) throw Fault(FaultKind::PathNotFound, path + ": no such folder");
+  std::error_code error;
+  const std::vector<FolderEntry>& entries = lists_.List(path, error);
+  if (error) FailFor(error.value(), path);
+  const auto wanted = [&](const FolderEntry& entry) {
+    if (folders) return entry.Kind == EntryKind::Folder;
+    std::error_code ignored;  // where a link leads can change without the folder
+    return entry.Kind == EntryKind::File ||
+           (entry.Kind == EntryKind::Link && fs::is_regular_file(fs::path(path) / entry.Name, ignored));
+  };
+  std::vector<std::string> names;
+  for (const FolderEntry& entry : entries)
+    if (wanted(entry)) names.push_back(entry.Name);
+  return names;
+}
 
 bool PosixFiles::FileExists(const std::string& path) const {
   const std::string real = Resolve(path);

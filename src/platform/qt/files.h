@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "platform/files.h"
+#include "platform/qt/folder_lists.h"
 
 namespace corvid {
 
-// The real disk. Wire: construct it anywhere, it holds nothing.
+// The real disk, for one thread. Holds nothing but short-lived lists of folders.
 class PosixFiles : public Files {
  public:
+  explicit PosixFiles(FolderLists lists = FolderLists()) : lists_(std::move(lists)) {}
   bool FileExists(const std::string& path) const override;
   bool FolderExists(const std::string& path) const override;
   std::string ReadWhole(const std::string& path) const override;
@@ -22,6 +28,15 @@ class PosixFiles : public Files {
   std::vector<std::string> FolderNames(const std::string& folder) const override;
   std::string Absolute(const std::string& path) const override;
   std::string RealPath(const std::string& path) const override;
+
+  int Listings() const { return lists_.Listings(); }  // how often a folder was listed from the disk
+
+ private:
+  std::string Resolve(const std::string& path) const;
+  std::string OtherCase(const std::string& folder, const std::string& name) const;
+  std::vector<std::string> Names(const std::string& folder, bool folders) const;
+
+  mutable FolderLists lists_;
 };
 
 }  // namespace corvid
