@@ -222,6 +222,8 @@ TriggerEngine::Walk TriggerEngine::Carry(Run& run, int32 row) {
   Parameters params;
   TakeParameters(run, trigger, params);
   params.Set(0, line.PlainLine);
+  // Nothing stops at BreakpointFlag: only a debugger sets it, and the menu tells whoever looks for one that it is not
+  // there yet.
   script_.DefiningBuffer = definedIn;
   script_.CommandDepth = 0;
   int16 options = 0;

@@ -117,6 +117,11 @@ TEST_F(MenuTest, AnItemThatIsNotBuiltSaysSoAndTheMenuStays) {
   EXPECT_EQ(menu.CurrentMenu, "MAIN");
 }
 
+TEST_F(MenuTest, WhoLooksForTheDebuggerIsToldThatThereIsNone) {
+  menus.MenuRoutine("TOOLS//DE");
+  EXPECT_EQ(Spoken(), Texts{"5 Corvid does not have this menu yet: Debug"});
+}
+
 TEST_F(MenuTest, ASelectionCodeCountsTwoCharactersInAnyCase) {
   menus.MenuRoutine("main//Toys");
   EXPECT_EQ(menu.CurrentMenu, "TOOLS");

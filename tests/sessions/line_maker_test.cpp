@@ -178,6 +178,17 @@ TEST_F(LineMakerTest, DoesNotSpeakWhatIsDrawn) {
   EXPECT_EQ(Make("abcde" + std::string(25, '-')).SpokenLine.size(), 30U) << "mode 2 counts no symbols";
 }
 
+TEST_F(LineMakerTest, BlanksDoNotMakeArtIntoText) {
+  std::string drawn;
+  for (int i = 0; i < 20; ++i) drawn += "# ";
+  EXPECT_EQ(Make(drawn).SpokenLine, "") << "20 of 21 without the blanks";
+  EXPECT_EQ(Make("abcdefgh" + drawn).SpokenLine, "abcdefgh" + drawn) << "20 of 29";
+  options.QuietChars = {'~'};
+  options.AsciiPercent = 40;
+  EXPECT_EQ(Make(drawn).SpokenLine, "") << "20 of 41 without the blanks";
+  EXPECT_NE(Make("abcdefghijklmno" + drawn).SpokenLine, "") << "20 of 56";
+}
+
 TEST_F(LineMakerTest, JudgesArtByMoreThanThePercentage) {
   EXPECT_FALSE(IsArt(29, 21, 0, 20, 70)) << "21 of 30 are exactly 70 percent";
   EXPECT_TRUE(IsArt(29, 22, 0, 20, 70));

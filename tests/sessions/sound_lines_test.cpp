@@ -97,6 +97,14 @@ TEST_F(SoundLinesTest, AnMp3SoundIsLookedForAsAWaveFile) {
   EXPECT_EQ(Played("!!SOUND(song.mp3)"), "song.mp3.wav 0 0 22050 once background") << "into the pool of its name";
 }
 
+TEST_F(SoundLinesTest, AMidiFileKeepsItsEndingAsMusicAlone) {
+  memory.PutSound("/data/Sounds/tune.mid", 1000);
+  EXPECT_EQ(Played("!!MUSIC(tune.MID)"), "tune.mid 0 0 22050 once background");
+  EXPECT_EQ(Played("!!MUSIC(tune)"), "tune.mid 0 0 22050 once background");
+  EXPECT_EQ(Played("!!SOUND(tune.mid)"), "0 sounds") << "it is looked for as a wave file";
+  EXPECT_EQ(Played("!!SOUND(tune)"), "0 sounds") << "a sound without an ending is a wave or an MP3 file";
+}
+
 TEST_F(SoundLinesTest, TheMasterVolumeIsNotAsked) {
   script.SystemValues[sysvar::VOLUME] = "10";
   EXPECT_EQ(Played("!!SOUND(x)"), "x.wav 0 0 22050 once background");
