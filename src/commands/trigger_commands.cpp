@@ -78,6 +78,7 @@ void handler::Trigger(CommandCall& call) {
   if (!ReadFlag(call.P[5], flags)) return call.fail("Invalid trigger flag. Must be either \"Color\" or \"AnyCase\"");
 
   ScriptState& script = call.house.script;
+  if (script.TriggerCount == INT16_MAX) symbols.CompressCommand(windowtype::Triggers);  // rows that classes have left
   const int16 row = AddInt16(script.TriggerCount, 1);
   symbols.resizeCommand(windowtype::Triggers, row);
   script.TriggerCount = row;

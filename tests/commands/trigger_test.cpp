@@ -196,6 +196,16 @@ TEST_F(TriggerTest, TheSequenceNeverComesToItsEnd) {
   EXPECT_EQ(Row(1).SortKey, "12768");
 }
 
+TEST_F(TriggerTest, AFullTableTakesTheRowsThatAreFree) {
+  Do("#TRIGGER {x} {say one}");
+  script.TriggerCount = INT16_MAX;
+  symbols.resizeCommand(windowtype::Triggers, INT16_MAX);
+  EXPECT_EQ(Do("#TRIGGER {y} {say two}"), "");
+  EXPECT_EQ(script.TriggerCount, 2);
+  EXPECT_EQ(Answer("x"), "say one");
+  EXPECT_EQ(Answer("y"), "say two");
+}
+
 TEST_F(TriggerTest, ADefinitionWithoutAPlayerWaitsForTheNextSort) {
   Do("#TRIGGER {b} {x}");
   Run("#GTRIGGER {a} {#SUB x}");
