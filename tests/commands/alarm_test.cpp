@@ -168,6 +168,31 @@ TEST_F(AlarmTest, AnAlarmThatWaitsOverMidnightLosesNoOther) {
   EXPECT_TRUE(sent.ends_with("say tick/")) << sent;
 }
 
+TEST_F(AlarmTest, WhatWasDueInTheLastSecondsOfTheDayComesWithTheNewDay) {
+  memory.clock.SetNow({2026, 1, 15, 23, 57, 40});  // second 86260
+  Run("#ALARM 60 {say late};#ALARM 35 {say early}");
+  memory.loop.Pass(200);
+  memory.clock.SetNow({2026, 1, 16, 0, 0, 5});
+  memory.loop.Pass(200);
+  EXPECT_EQ(Sent(), "say late/");
+  EXPECT_FLOAT_EQ(control.AlarmNext[2], 86295) << "before 86300: it waits for the evening";
+}
+
+TEST_F(AlarmTest, TimesFarAwayCountAsFreeAndAsNotInUse) {
+  memory.clock.SetNow({2026, 1, 15, 1, 0, 0});  // second 3600
+  Run("#ALARM t 150000 {say a}");
+  EXPECT_FLOAT_EQ(control.AlarmNext[1], 153600);
+  Run("#ALARM t 5 {say b}");
+  EXPECT_EQ(Variable("t", owner), "2") << "no slot that is in use, and none that is free";
+  Run("#ALARM 895000 {say c};#ALARM 900000 {say d}");
+  EXPECT_EQ(alarms.Highest(), 4);
+  EXPECT_TRUE(alarms.Running());
+  Run("#UNALARM 1;#UNALARM 2;#UNALARM 3");
+  EXPECT_TRUE(alarms.Running()) << "the fourth has a time";
+  Run("#ALARM 5 {say e};#ALARM 5 {say f};#ALARM 5 {say g};#ALARM 5 {say h}");
+  EXPECT_EQ(control.AlarmCommand[4], "say h") << "behind 900000 a slot is given away";
+}
+
 TEST_F(AlarmTest, ABackgroundSessionsAlarmsGoOn) {
   Run("#ALARM -1 {look}");
   MakeSession(1, "amy", true);
@@ -235,6 +260,10 @@ TEST_F(AlarmTest, ThePrefixNamesAnAlarmForEverybody) {
   Run("#GALARM t 5 {say a}");
   EXPECT_EQ(Variable("t"), "1");
   EXPECT_EQ(script.VariableOwners[1], 0);
+  AddVariable("u", "own", owner);
+  Run("#GALARM u 5 {say b};#GALARM u 9 {say c}");
+  EXPECT_EQ(alarms.Highest(), 2) << "the number of the first is in the variable of all";
+  EXPECT_EQ(Variable("u", owner), "own");
 }
 
 TEST_F(AlarmTest, KillAllLeavesAlarmsInPlace) {

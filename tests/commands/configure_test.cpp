@@ -114,6 +114,12 @@ TEST_F(ConfigureTest, ColourDisplayChangesTheFamilyWithItsText) {
   EXPECT_FALSE(sessions.RichFamily);
 }
 
+TEST_F(ConfigureTest, ADisplayThatStaysIsNotTouched) {
+  options.OutputWindowSize = 500;
+  EXPECT_EQ(Set("ColourDisplay off"), "");
+  EXPECT_EQ(options.OutputWindowSize, 500);
+}
+
 TEST_F(ConfigureTest, ColoursHaveNames) {
   EXPECT_EQ(Set("BackgroundColour blue"), "");
   EXPECT_EQ(options.BackgroundColour, "BLUE");

@@ -135,6 +135,30 @@ TEST_F(ControlTest, ALevelThatAbortLeftKeepsItsCount) {
   EXPECT_EQ(Run("#11 {#IF (1) {#ABORT}}"), "recursive check - probable infinite loop detected");
 }
 
+TEST_F(ControlTest, SomeCommandsGiveTheLevelOfAnAbortBackAndSomeDoNot) {
+  AddAlias("a", "#ABORT");
+  const std::pair<const char*, int> rows[] = {
+      {"#IF 1 {#ABORT}", 2},
+      {"#WHILE 1 {#ABORT}", 2},
+      {"#UNTIL 1 {#ABORT}", 2},
+      {"#FORALL x {#ABORT}", 1},
+      {"#3 {#ABORT}", 1},
+      {"#EXECUTE {#ABORT}", 1},
+      {"a", 1},
+  };
+  for (const auto& [line, depth] : rows) {
+    EXPECT_EQ(Run(line), "") << line;
+    EXPECT_EQ(script.CommandDepth, depth) << line;
+  }
+}
+
+TEST_F(ControlTest, AnElseThatIsNotThereIsNotChecked) {
+  std::string line = "#IF 1 {a}";
+  for (int i = 1; i < 11; ++i) line += ";#IF 1 {a}";
+  EXPECT_EQ(Run(line, option::CheckOnly), "");
+  EXPECT_EQ(Run(line + ";#IF 1 {a}", option::CheckOnly), "recursive check - probable infinite loop detected");
+}
+
 TEST_F(ControlTest, ExecuteRunsALineElsewhere) {
   MakeSession(1, "anna", true);
   MakeSession(2, "carl", false);

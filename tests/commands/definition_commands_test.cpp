@@ -197,6 +197,19 @@ TEST_F(DefinitionTest, AddItemIsForTheSessionEvenWithThePrefix) {
   EXPECT_EQ(script.VariableOwners[1], script.SocketOwner[0]);
 }
 
+TEST_F(DefinitionTest, OwnAndGlobalVariablesOfOneNameAreTwo) {
+  MakeSession(0, "bob", true);
+  const OwnerId owner = script.SocketOwner[0];
+  AddVariable("l", "own", owner);
+  AddVariable("l", "all");
+  EXPECT_EQ(Run("#GADDITEM l a"), "");
+  EXPECT_EQ(Variable("l", owner), "own|a");
+  EXPECT_EQ(Variable("l"), "all");
+  EXPECT_EQ(Run("#GUNVAR l"), "");
+  EXPECT_EQ(Variable("l", owner), "own|a");
+  EXPECT_EQ(Variable("l"), "(none)");
+}
+
 TEST_F(DefinitionTest, UnAliasTakesOwnerAndClassIntoAccount) {
   MakeSession(0, "bob", true);
   const OwnerId owner = script.SocketOwner[0];
@@ -261,6 +274,20 @@ TEST_F(DefinitionTest, ClassEnablesDisablesAndSelects) {
   EXPECT_EQ(script.ClassCount, 2);
   EXPECT_EQ(Run("#CLASS a|b"), "Only one class may be specified in the  first parameter.");
   EXPECT_EQ(Run("#CLASS a sometimes"), "Bad Class parameter 2");
+}
+
+TEST_F(DefinitionTest, ThePrefixSwitchesClassesForEverybody) {
+  MakeSession(0, "bob", true);
+  const OwnerId other = 77;
+  EXPECT_EQ(Run("#CLASS own enable;#CLASS mine"), "");
+  EXPECT_FALSE(symbols.InClass("own", other));
+  EXPECT_FALSE(symbols.InClass("mine", other));
+  EXPECT_EQ(Run("#GCLASS war enable;#GCLASS peace"), "");
+  EXPECT_TRUE(symbols.InClass("war|peace", other));
+  EXPECT_EQ(Run("#CLASS war disable"), "");
+  EXPECT_TRUE(symbols.InClass("war", other)) << "the character has none of that name";
+  EXPECT_EQ(Run("#GCLASS war disable"), "");
+  EXPECT_FALSE(symbols.InClass("war", script.SocketOwner[0]));
 }
 
 TEST_F(DefinitionTest, DisablingAnotherClassLeavesTheCurrentOne) {
@@ -369,6 +396,19 @@ TEST_F(DefinitionTest, TabWordsAreKeptInTheirFile) {
   EXPECT_EQ(script.TabWordCount, 0);
   EXPECT_EQ(Run("#TAB"), "");
   EXPECT_FALSE(menu.ListOpen) << "there is no word to show";
+}
+
+TEST_F(DefinitionTest, TabWordsAreTheSessionsEvenWithThePrefix) {
+  MakeSession(0, "bob", true);
+  const OwnerId owner = script.SocketOwner[0];
+  EXPECT_EQ(Run("#GTAB rat"), "");
+  EXPECT_EQ(script.TabOwners[1], owner);
+  script.TabOwners[1] = 77;
+  EXPECT_EQ(Run("#TAB rat;#UNTAB rat"), "");
+  EXPECT_EQ(script.TabWords[1], "rat") << "another character's";
+  EXPECT_EQ(script.TabWords[2], "");
+  EXPECT_EQ(Run("#TAB cat;#UNTAB AllClear"), "");
+  EXPECT_EQ(script.TabWordCount, 1);
 }
 
 TEST_F(DefinitionTest, TheTabFileListsTheWordsOfTheCharacterInFront) {

@@ -258,6 +258,18 @@ TEST_F(GameTextTest, AYesConnectsAndThenSends) {
   EXPECT_EQ(Written(1), "look\r\n");
 }
 
+TEST_F(GameTextTest, TheSessionInFrontIsTheOneThatConnects) {
+  MakeSession(1, "bob", false);
+  MakeSession(2, "amy", false);
+  script.CurrentSocket = 1;
+  script.CurrentOwner = script.SocketOwner[1];
+  prompter.Answers = {box::ResultYes};
+  EXPECT_EQ(Run("#EXECUTE look amy"), "");
+  EXPECT_EQ(Of("box"), (Lines{"Connect|Would you like to connect amy?"}));
+  EXPECT_TRUE(memory.sockets.Connected(1));
+  EXPECT_FALSE(memory.sockets.Connected(2));
+}
+
 TEST_F(GameTextTest, AConnectionThatCannotBeMadeEndsTheLine) {
   MakeSession(1, "bob", false);
   script.CurrentSocket = 1;
