@@ -144,6 +144,9 @@ TEST_F(Expand, OwnersSeeTheirVariables) {
   EXPECT_EQ(Explode("@hp|", 0, 0), "|");
   EXPECT_EQ(Explode("%SHOW(@hp)", 0, 7), "SHOW[eight]@7");  // arguments belong to the current character
   EXPECT_EQ(Explode("%SHOW(a)", 0, -1), "SHOW[a]@8");
+  Set("which", "hp", 8);
+  Set("which", "x", 7);
+  EXPECT_EQ(Explode("@{@which}", 0, 7), "seven");  // a name in braces too
 }
 
 TEST_F(Expand, ClipboardIsReadEachTime) {
@@ -222,6 +225,7 @@ TEST_F(Expand, ExpressionMode) {
            Row{"@empty=0", "\"\"=0"},
            Row{"@nothing=0", "\"\"=0"},
            Row{"@quoted", "say \"hi\""},
+           Row{"@{@name}", "5"},  // a name in braces is no expression
            Row{"%1", "\"one\""},
            Row{"%CONNECTED", "1"},
            Row{"%FOO", "%FOO"},

@@ -258,6 +258,8 @@ TEST_F(Library, CharacterOfTheOwner) {
   EXPECT_EQ(Explode("%CHARINFO(NAME)", 9), "!! Error in one of the arguments in function CHARINFO");
   sessions.CharacterRef[1] = "Sam";
   EXPECT_EQ(Explode("<%CHARINFO(CONNECTED) >", 1), "< >");
+  sessions.SessionRef[0] = "sam";
+  EXPECT_EQ(Explode("%CHARINFO(CONNECTED)", 1), "0") << "the start session counts";
 }
 
 TEST_F(Library, ConnectedAsksTheFirstSessionOfThatName) {
@@ -275,6 +277,11 @@ TEST_F(Library, ConnectedAsksTheFirstSessionOfThatName) {
   EXPECT_EQ(ask("sam"), "0") << "the start session does not count";
   sockets.Open = {3};
   EXPECT_EQ(ask("frodo"), "0");
+}
+
+TEST_F(Library, VarAlwaysPutsTheAtSignInFront) {
+  options.VariableChar = '$';
+  EXPECT_EQ(Explode("%VAR(x)"), "@x");
 }
 
 TEST_F(Library, OwnersSeeTheirVariables) {

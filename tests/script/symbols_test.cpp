@@ -161,6 +161,19 @@ TEST_F(Aliases, BlanksAroundANameDoNotHideIt) {
   Add("Hail", "two");
   EXPECT_EQ(state.AliasCount, 1);
   EXPECT_EQ(Value(symbols.FindAlias("hail", 0, true)), "two");
+  Add("bow", "three");
+  Add("  BOW ", "four");
+  EXPECT_EQ(state.AliasCount, 2);
+  EXPECT_EQ(Value(symbols.FindAlias("bow", 0, true)), "four");
+}
+
+// Rows are asked from the middle one up and then down; of rows that are everybody's the last one asked counts.
+TEST_F(Aliases, TheLastOfSeveralGlobalRowsCountsAndAnOwnRowEndsTheSearch) {
+  for (const char* name : {"a", "b", "c"}) Add(name, name);
+  for (int32 row = 1; row <= 3; ++row) state.AliasNames[row] = "same";
+  EXPECT_EQ(symbols.FindAlias("SAME", 5, true), 1);
+  state.AliasOwners[3] = 5;
+  EXPECT_EQ(symbols.FindAlias("SAME", 5, true), 3);
 }
 
 TEST_F(Aliases, ReplacingKeepsTheOwnerAndTheFlags) {
