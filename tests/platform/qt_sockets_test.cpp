@@ -203,6 +203,51 @@ TEST_F(QtSocketsTest, AFloodLeavesRoomForTimers) {
   EXPECT_LT(readsAtTick, 200'000 / 16);
 }
 
+// A server that reads nothing for a while: the system takes a part of what is sent, the rest waits here, and what is
+// too much is refused whole. Whatever was accepted arrives once, in its order, and no part of anything else.
+TEST_F(QtSocketsTest, WhatIsTakenInPiecesArrivesOnceAndInOrder) {
+  QTcpSocket* peer = ConnectOne();
+  peer->setReadBufferSize(1);  // reads no more than that by itself
+  std::string accepted;
+  int number = 0;
+  bool refused = false;
+  for (; number < 10'000 && !refused; ++number) {
+    std::string line = "line " + std::to_string(number) + " ";
+    line.resize(1000, static_cast<char>('a' + number % 26));
+    refused = sockets.Write(1, line) < 0;
+    if (!refused) accepted += line;
+  }
+  ASSERT_TRUE(refused) << "after " << number << " lines";
+  EXPECT_EQ(sockets.LastError(1), ENOBUFS);
+  EXPECT_TRUE(sockets.Connected(1)) << "the caller decides what becomes of it";
+  EXPECT_GT(accepted.size(), 100'000U);
+  peer->setReadBufferSize(0);
+  std::string arrived;
+  const auto take = [&] {
+    arrived += peer->readAll().toStdString();
+    return arrived.size() >= accepted.size();
+  };
+  ASSERT_TRUE(Until(take, 20'000)) << arrived.size() << " of " << accepted.size();
+  EXPECT_EQ(sockets.Write(1, "and on"), 6);
+  accepted += "and on";
+  ASSERT_TRUE(Until(take));
+  EXPECT_TRUE(arrived == accepted);
+}
+
+TEST_F(QtSocketsTest, WhatWaitsWhenTheServerGoesIsNotSentToTheNextOne) {
+  QTcpSocket* first = ConnectOne();
+  first->setReadBufferSize(1);
+  while (sockets.Write(1, std::string(1000, 'o')) > 0) {
+  }
+  first->abort();
+  ASSERT_TRUE(Until([&] { return recorder.log.find('D') != std::string::npos; }));
+  EXPECT_EQ(sockets.Write(1, "x"), -1);
+  QTcpSocket* second = ConnectOne();
+  EXPECT_EQ(sockets.Write(1, "look\r\n"), 6);
+  ASSERT_TRUE(Until([&] { return second->bytesAvailable() >= 6; }));
+  EXPECT_EQ(second->readAll(), "look\r\n");
+}
+
 TEST_F(QtSocketsTest, AHandlerThatReadsNothingDoesNotSpin) {
   QTcpSocket* peer = ConnectOne();
   recorder.onRead = [](int16) {};
