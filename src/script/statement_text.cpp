@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "script/statement_text.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
 #include "core/text.h"
 
 namespace corvid {
@@ -12,6 +16,28 @@ constexpr unsigned char EscapeBit = 0x80;
 
 bool IsLineEnd(char c) {
   return c == '\r' || c == '\n';
+}
+
+// The first line end at position or behind it; the text's size if there is none. Eight codes are looked at in one:
+// nearly all of a text is above the codes of line ends.
+std::size_t FindLineEnd(std::string_view text, std::size_t position) {
+  constexpr std::uint64_t ones = 0x0101010101010101;
+  constexpr std::uint64_t firstAbove = '\r' + 1;
+  std::uint64_t eight = 0;
+  const auto clear = [&] { return ((eight - ones * firstAbove) & ~eight & (ones << 7U)) == 0; };
+  while (position < text.size()) {
+    const std::size_t left = text.size() - position;
+    if (left >= sizeof eight) {
+      std::memcpy(&eight, text.data() + position, sizeof eight);
+      if (clear()) {
+        position += sizeof eight;
+        continue;
+      }
+    }
+    for (const std::size_t stop = position + std::min(left, sizeof eight); position < stop; ++position)
+      if (IsLineEnd(text[position])) return position;
+  }
+  return position;
 }
 
 }  // namespace
@@ -33,8 +59,7 @@ std::string_view ReadNextLine(std::string_view text, int32& pointer) {
     }
     ++position;
   }
-  std::size_t end = position;
-  while (end < text.size() && !IsLineEnd(text[end])) ++end;
+  const std::size_t end = FindLineEnd(text, position);
   pointer = end < text.size() ? static_cast<int32>(end) : -1;
   return text.substr(position, end - position);
 }

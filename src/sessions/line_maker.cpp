@@ -93,10 +93,14 @@ class LineMaker::Run {
   }
 
   void Count(std::string_view run) {
+    std::size_t symbols = 0;  // locals only: this loop sees every character that a game shows
+    std::size_t spaces = 0;
     for (const char c : run) {
-      symbols_ += ClassOf(c) == CharClass::Symbol ? 1 : 0;
-      spaces_ += ClassOf(c) == CharClass::Space ? 1 : 0;
+      symbols += ClassOf(c) == CharClass::Symbol ? 1 : 0;
+      spaces += ClassOf(c) == CharClass::Space ? 1 : 0;
     }
+    symbols_ += symbols;
+    spaces_ += spaces;
   }
 
   // One character of the spoken version; returns how many bytes it took.

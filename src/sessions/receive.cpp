@@ -117,6 +117,7 @@ void Receive::sockTelnet_OnRead(int16 Index) {
     if (!sessions_.InjectedText.empty()) {
       work.Block.Text = std::exchange(sessions_.InjectedText, {});
       work.Block.Text += "\r\n";
+      work.Block.DoubleFeeds = work.Block.Text.find("\n\n") != std::string::npos;
     } else {
       int readCount = 0;
       if (ReadBlock(Index, timerFired, work, readCount) == Flow::Leave) return;
@@ -184,7 +185,7 @@ void Receive::StartReadTimer(int16 Index) {
 void Receive::HandleBlock(int16 Index, Work& work) {
   const int32 caret = sessions_.OutputWindow(Index).SelStart();
   std::string& text = work.Block.Text;
-  if (text.find("\n\n") != std::string::npos) text = Replace(std::move(text), "\n\n", "\r\n\r\n");
+  if (work.Block.DoubleFeeds) text = Replace(std::move(text), "\n\n", "\r\n\r\n");
   int32 pointer = 0;
   do {  // the last line comes along with pointer -1, and counts: a prompt is such a line
     const std::string_view line = ReadNextLine(text, pointer);

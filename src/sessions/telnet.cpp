@@ -106,6 +106,7 @@ class Scan {
   bool Special() {
     switch (ClassAt(place_)) {
       case ByteClass::Break:
+        if (bytes_[place_] == '\n' && block_.Text.ends_with('\n')) block_.DoubleFeeds = true;
         block_.Text += bytes_[place_++];
         block_.LastBreak = block_.Text.size();
         return true;
@@ -156,7 +157,7 @@ class Scan {
 bool DecodeTelnet(std::string_view bytes, DecodedBlock& block, TelnetEffects& effects) {
   block.Text.clear();
   block.LastBreak = 0;
-  block.HighBytes = false;
+  block.HighBytes = block.DoubleFeeds = false;
   return Scan(bytes, block, effects).Run();
 }
 

@@ -21,6 +21,7 @@ struct DecodedBlock {
   std::string Text;
   std::size_t LastBreak = 0;  // place of the last CR or LF counted from 1, 0 for none
   bool HighBytes = false;     // a byte above 127 is among it
+  bool DoubleFeeds = false;   // two LFs stand together in it
 };
 
 // A negotiation that the read cut off is not put together with the next one: its missing bytes count as 0. block is

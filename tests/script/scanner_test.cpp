@@ -12,6 +12,22 @@ using testing_script::RanCommand;
 using testing_script::Script;
 using testing_script::Texts;
 
+TEST(ReadNextLine, FindsTheEndWhereverItStandsAndWhateverIsInFrontOfIt) {
+  for (const char code : {'x', '\0', '\t', '\x0B', '\x0C', '\x0E', '\x7F', '\x80', '\x8A', '\x8D', '\xFF'}) {
+    for (std::size_t length = 1; length <= 40; ++length) {
+      for (const char end : {'\r', '\n'}) {
+        const std::string line(length, code);
+        const std::string text = line + end + line;
+        int32 pointer = 0;
+        EXPECT_EQ(ReadNextLine(text, pointer), line);
+        EXPECT_EQ(pointer, static_cast<int32>(length));
+        EXPECT_EQ(ReadNextLine(text, pointer), line);
+        EXPECT_EQ(pointer, -1);
+      }
+    }
+  }
+}
+
 TEST(ReadNextLine, StepsFromLineToLine) {
   struct Row {
     std::string_view text;
