@@ -56,6 +56,7 @@ struct Client {
       Receive(bytes);
     }
     Check();
+    for (const std::string& words : house.memory.effects.Of("speech")) CheckCodes(words);
     house.Calm();
   }
   void Check() {

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds files, and all files of folders, to a fuzz program that was built without a fuzzer; and, since a corpus holds
 // few of the accidents of a line, each file also cut short at many places, and with one byte after another changed.
+// With
+// "--places N" in front there are at most N such places in a file, for readers that take their time.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <string>
+#include <string_view>
 
 #include "fuzz.h"
 
@@ -16,12 +19,11 @@ void Feed(const std::string& bytes) {
   LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
-int Replay(const std::filesystem::path& path) {
+int Replay(const std::filesystem::path& path, std::size_t mostPlaces) {
   std::ifstream file(path, std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(file), {}};
   std::cout << path.filename().string() << ": " << bytes.size() << " bytes" << std::endl;
   Feed(bytes);
-  constexpr std::size_t mostPlaces = 400;
   constexpr std::size_t mostBytes = std::size_t{1} << 20;  // of a long file, fewer places
   const std::size_t step = std::max(bytes.size() / mostPlaces, bytes.size() * bytes.size() / mostBytes) + 1;
   for (std::size_t place = 0; place < bytes.size(); place += step) {
@@ -36,14 +38,20 @@ int Replay(const std::filesystem::path& path) {
 }  // namespace
 
 int main(int count, char** names) {
+  constexpr std::size_t usualPlaces = 400;
+  std::size_t places = usualPlaces;
   int files = 0;
   for (int i = 1; i < count; ++i) {
+    if (std::string_view(names[i]) == "--places" && i + 1 < count) {
+      places = std::stoul(names[++i]);
+      continue;
+    }
     if (!std::filesystem::is_directory(names[i])) {
-      files += Replay(names[i]);
+      files += Replay(names[i], places);
       continue;
     }
     for (const auto& entry : std::filesystem::directory_iterator(names[i]))
-      if (entry.is_regular_file()) files += Replay(entry.path());
+      if (entry.is_regular_file()) files += Replay(entry.path(), places);
   }
   std::cout << files << " files" << std::endl;
   return files == 0 ? 1 : 0;  // a test that reads nothing proves nothing

@@ -101,5 +101,62 @@ TEST(Private, PasswordsLieScrambledInTheirFileAlone) {
   EXPECT_NE(Scramble(run.Read("/data/Character.mud")).find("\"secret\""), std::string::npos);
 }
 
+TEST(Password, IsKnownToEveryScriptThatRuns) {
+  RunningProgram run;
+  run.StartAndConnect(0);
+  run.Do("say %PASSWORD and %CHARINFO(Password)");
+  EXPECT_EQ(run.memory.sockets.TakeWritten(1), "say secret and secret\r\n");
+}
+
+TEST(Password, ThatIsTypedStandsInTheLogUnlessThePlayerKeepsItOut) {
+  RunningProgram run;
+  run.StartAndConnect(0);
+  const auto log = [&] {
+    std::string text;
+    for (const std::string& name : run.memory.files.FileNames("/data/logs")) text += run.Read("/data/logs/" + name);
+    return text;
+  };
+  run.Do("my own secret");
+  EXPECT_NE(log().find("my own secret\r\n"), std::string::npos);
+  run.Do("#IGNORE LogEntries On");
+  run.Do("another secret");
+  EXPECT_EQ(log().find("another"), std::string::npos);
+  run.Do("#IGNORE LogEntries Off");
+  run.Do("#CONFIGURE OutputLog false");
+  run.Do("a third secret");
+  run.memory.sockets.Receive(1, "Your password is a third secret.\r\n");
+  EXPECT_EQ(log().find("third"), std::string::npos);
+  EXPECT_EQ(run.memory.sockets.TakeWritten(1), "my own secret\r\nanother secret\r\na third secret\r\n");
+}
+
+TEST(Saved, WordsOfAGameComeBackAsTheyWere) {
+  for (const std::string word : {"100%", "@gold", "a~b", "{", "};#QUIT", "~;", "//x", "%PASSWORD"}) {
+    RunningProgram first;
+    first.StartAndConnect(0);
+    ScriptState& script = first.corvid.scriptState;
+    const OwnerId owner = script.SocketOwner[1];
+    script.TabWordCount = script.AbbreviationCount = 1;
+    script.TabWords.Resize(1);
+    script.TabOwners.Resize(1);
+    script.TabWords[1] = word;
+    script.TabOwners[1] = owner;
+    first.corvid.symbols.resizeCommand(windowtype::Abbreviations, 1);
+    script.AbbreviationFrom[1] = script.AbbreviationTo[1] = Upper(word);
+    script.AbbreviationOwners[1] = owner;
+    ASSERT_TRUE(first.corvid.saving.WriteAltMethod(owner, "/data/Aard/bob-Char.set", false));
+
+    RunningProgram second;
+    second.memory.files = first.memory.files;
+    second.StartAndConnect(0);
+    EXPECT_FALSE(second.Ended());
+    EXPECT_EQ(second.ErrorLog(), "") << word;
+    const ScriptState& loaded = second.corvid.scriptState;
+    ASSERT_EQ(loaded.TabWordCount, 1) << word;
+    EXPECT_EQ(loaded.TabWords[1], word);
+    ASSERT_EQ(loaded.AbbreviationCount, 1) << word;
+    EXPECT_EQ(loaded.AbbreviationTo[1], Upper(word));
+  }
+}
+
 }  // namespace
 }  // namespace corvid
