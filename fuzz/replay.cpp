@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds files, and all files of folders, to a fuzz program that was built without a fuzzer; and, since a corpus holds
 // few of the accidents of a line, each file also cut short at many places, and with one byte after another changed.
-// With
-// "--places N" in front there are at most N such places in a file, for readers that take their time.
+// With "--places N" in front there are at most N such places in a file, for readers that take their time.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
