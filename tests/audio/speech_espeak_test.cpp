@@ -387,6 +387,24 @@ TEST(EspeakProblem, NoSoundDeviceIsToldAndTheProgramGoesOn) {
   EXPECT_EQ(engine.Rate(1), 4);
 }
 
+TEST(EspeakProblem, ADeviceThatComesLaterIsSpokenThrough) {
+  OpenAlMixer mixer(MixerSettings{.loopback = true});
+  mixer.SetPlugged(false);
+  EspeakEngine engine(mixer);
+  EXPECT_FALSE(engine.Start());
+  mixer.SetPlugged(true);
+  ASSERT_TRUE(engine.Start());
+  EXPECT_EQ(engine.Problem(), "");
+  engine.Speak(1, "Hello.");
+  bool heard = false;
+  for (int i = 0; i < 2000 && !heard; ++i) {
+    const std::vector<float> samples = mixer.Render(220);
+    heard = std::any_of(samples.begin(), samples.end(), [](float sample) { return sample > 0.01F; });
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));  // the voice is made meanwhile
+  }
+  EXPECT_TRUE(heard);
+}
+
 // In a process of its own: the library keeps data that it has once found.
 TEST(EspeakProblemDeathTest, MissingVoiceDataIsToldAndMayBeTriedAgain) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
