@@ -31,6 +31,14 @@ void DirectChildren(const Names& names, const std::string& folder, std::vector<s
   }
 }
 
+// Names are found in any case, and a "/" in one is not the end of it.
+std::string SettingName(const std::string& application, const std::string& section, const std::string& key) {
+  std::string name;
+  for (const std::string* part : {&application, &section, &key})
+    name += Replace(Replace(Upper(*part), "%", "%25"), "/", "%2F") + "/";
+  return name;
+}
+
 }  // namespace
 
 std::string MemoryFiles::Absolute(const std::string& path) const {
@@ -241,19 +249,19 @@ void MemorySettings::Ask(bool writes) const {
 std::string MemorySettings::Get(const std::string& application, const std::string& section,
                                 const std::string& key) const {
   Ask(false);
-  const auto found = values_.find(application + "/" + section + "/" + key);
+  const auto found = values_.find(SettingName(application, section, key));
   return found == values_.end() ? std::string() : found->second;
 }
 
 void MemorySettings::Set(const std::string& application, const std::string& section, const std::string& key,
                          const std::string& value) {
   Ask(true);
-  values_[application + "/" + section + "/" + key] = value;
+  values_[SettingName(application, section, key)] = value;
 }
 
 void MemorySettings::Delete(const std::string& application, const std::string& section, const std::string& key) {
   Ask(true);
-  values_.erase(application + "/" + section + "/" + key);
+  values_.erase(SettingName(application, section, key));
 }
 
 }  // namespace corvid

@@ -52,12 +52,16 @@ class MemoryLoop::LoopTimer : public Timer {
   LoopTimer(const LoopTimer&) = delete;
   LoopTimer& operator=(const LoopTimer&) = delete;
   void SetInterval(int milliseconds) override {
-    interval_ = std::max(0, milliseconds);
+    const int interval = std::max(0, milliseconds);
+    if (interval == interval_) return;
+    interval_ = interval;
     if (enabled_) Restart();
   }
   void SetEnabled(bool enabled) override {
     enabled_ = enabled;
-    if (enabled) Restart();
+    if (!enabled) return;
+    Restart();
+    if (interval_ == 1) --Due;  // as the real one: the shortest interval means the loop's next turn
   }
   bool Enabled() const override { return enabled_; }
   void Restart() { Due = loop_.clock_.MonotonicMilliseconds() + interval_; }
@@ -116,7 +120,7 @@ void MemoryLoop::DoEvents() {
 
 void MemoryLoop::WaitEvents(int milliseconds) {
   if (BeforePump) BeforePump();
-  if (RunDue() || ending_) return;
+  if (ending_ || RunDue()) return;
   if (Idle && Idle()) return;
   LoopTimer* next = NextTimer();
   const std::int64_t now = clock_.MonotonicMilliseconds();
@@ -142,6 +146,7 @@ void MemoryLoop::Pass(int milliseconds) {
 }
 
 void MemoryLoop::End(int code) {
+  if (ending_) return;  // the first reason to end is the one that counts
   ending_ = true;
   code_ = code;
 }

@@ -2,9 +2,11 @@
 #include "platform/memory/memory_sockets.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <utility>
 
 #include "core/fault.h"
-#include "core/number.h"
 
 namespace corvid {
 
@@ -15,22 +17,23 @@ void MemorySockets::Create(int16 Index) {
 
 bool MemorySockets::PortKnown(const std::string& port) const {
   if (port == "telnet") return true;
-  return IsNumeric(port) && Val(port) >= 1 && Val(port) <= 65535;
+  int number = 0;
+  const char* end = port.data() + port.size();
+  const auto [rest, error] = std::from_chars(port.data(), end, number);
+  return error == std::errc{} && rest == end && number >= 1 && number <= 65535;
 }
 
 int MemorySockets::Connect(int16 Index, const std::string& host, const std::string& port, int timeoutMilliseconds) {
   Slot& slot = At(Index);
+  if (!slot.created) return ENOTSOCK;
   const unsigned attempt = slot.attempt + 1;
-  const bool created = slot.created;
   slot = Slot{};
-  slot.created = created;
+  slot.created = true;
   slot.attempt = attempt;
   slot.host = host;
   slot.port = port;
-  if (ConnectError != 0) {
-    slot.lastError = ConnectError;
-    return ConnectError;
-  }
+  slot.lastError = host.empty() || !PortKnown(port) ? EINVAL : ConnectError;
+  if (slot.lastError != 0) return slot.lastError;
   slot.connecting = true;
   const int delay = OnConnectAnswer == Answer::Never ? timeoutMilliseconds : ConnectDelay;
   const std::size_t place = delays_.size();
@@ -48,11 +51,11 @@ void MemorySockets::Complete(int16 Index, unsigned attempt) {
   if (slot.attempt != attempt || !slot.connecting) return;
   slot.connecting = false;
   slot.connected = OnConnectAnswer == Answer::Accept;
+  if (!slot.connected) slot.lastError = OnConnectAnswer == Answer::Never ? ETIMEDOUT : ECONNREFUSED;
   if (events_ == nullptr) return;
   if (slot.connected) {
     events_->OnConnect(Index);
   } else {
-    slot.lastError = 111;
     events_->OnError(Index);
   }
 }
@@ -68,7 +71,7 @@ int MemorySockets::Disconnect(int16 Index) {
 
 int MemorySockets::Read(int16 Index, char* buffer, int length) {
   Slot& slot = At(Index);
-  if (slot.incoming.empty()) return -1;
+  if (slot.incoming.empty() || length <= 0) return -1;
   const std::size_t count = std::min(slot.incoming.size(), static_cast<std::size_t>(length));
   slot.incoming.copy(buffer, count);
   slot.incoming.erase(0, count);
@@ -77,14 +80,14 @@ int MemorySockets::Read(int16 Index, char* buffer, int length) {
 
 int MemorySockets::Write(int16 Index, std::string_view bytes) {
   Slot& slot = At(Index);
-  if (FailWrites || !slot.connected) {
-    slot.lastError = 32;
+  if (!slot.created) return -1;
+  const auto fail = [&](int error) {
+    slot.lastError = error;
     return -1;
-  }
-  if (bytes.size() > WriteRoom) {
-    slot.lastError = 105;
-    return -1;
-  }
+  };
+  if (!slot.connected) return fail(ENOTCONN);
+  if (FailWrites) return fail(EPIPE);
+  if (bytes.size() > WriteRoom) return fail(ENOBUFS);
   if (WriteRoom != std::string::npos) WriteRoom -= bytes.size();
   if (HalfOpen) return static_cast<int>(bytes.size());
   slot.waiting += bytes;
@@ -118,25 +121,42 @@ void MemorySockets::Receive(int16 Index, std::string_view bytes) {
 }
 
 void MemorySockets::Deliver(int16 Index) {
+  auto& retry = retries_.at(static_cast<std::size_t>(Index));
+  if (!retry)
+    retry = loop_.Create([this, Index] {
+      retries_.at(static_cast<std::size_t>(Index))->SetEnabled(false);
+      Deliver(Index);
+    });
+  const auto again = [&](int milliseconds) {
+    retry->SetInterval(milliseconds);
+    retry->SetEnabled(true);
+  };
   while (events_ != nullptr && !At(Index).incoming.empty() && At(Index).connected) {
     const std::size_t waits = At(Index).incoming.size();
+    again(0);  // a handler that waits gets the rest while it waits
     events_->OnRead(Index);
-    if (At(Index).incoming.size() != waits) continue;
-    auto& retry = retries_.at(static_cast<std::size_t>(Index));
-    if (!retry)
-      retry = loop_.Create([this, Index] {
-        retries_.at(static_cast<std::size_t>(Index))->SetEnabled(false);
-        Deliver(Index);
-      });
-    retry->SetInterval(RetryMilliseconds);
-    retry->SetEnabled(true);
-    return;
+    retry->SetEnabled(false);
+    if (At(Index).incoming.size() == waits) return again(RetryMilliseconds);
   }
 }
 
 void MemorySockets::CloseByPeer(int16 Index) {
-  At(Index).connected = false;
-  At(Index).waiting.clear();
+  Slot& slot = At(Index);
+  if (slot.connected && !slot.incoming.empty() && events_ != nullptr) {
+    // The end is behind the bytes that still wait to be read.
+    const std::size_t place = delays_.size();
+    delays_.push_back(loop_.Create([this, place, Index, attempt = slot.attempt] {
+      const bool stands = At(Index).attempt == attempt && At(Index).connected;
+      if (stands && !At(Index).incoming.empty()) return;
+      delays_[place]->SetEnabled(false);
+      if (stands) CloseByPeer(Index);
+    }));
+    delays_.back()->SetInterval(RetryMilliseconds);
+    delays_.back()->SetEnabled(true);
+    return;
+  }
+  slot.connected = false;
+  slot.waiting.clear();
   if (events_ != nullptr) events_->OnDisconnect(Index);
 }
 
