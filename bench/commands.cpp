@@ -1,40 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a script costs: a round of a loop, a call of an alias, a typed line on its way to the wire, definitions by the
-// thousand. The whole program on the in-memory platform, without faces and voices.
-#include <benchmark/benchmark.h>
-
-#include <memory>
-#include <string>
-
-#include "app/corvid.h"
-#include "platform/memory/memory_platform.h"
+// thousand.
+#include "program.h"
 
 namespace {
 
-using corvid::int16;
-
 // One session, connected, with nothing recorded of what happens.
-struct Program {
-  Program() : corvid(std::make_unique<corvid::Corvid>(memory.All())) {
-    corvid->symbols.LoadSystemVariables();
-    corvid->buffers.ResizeBuffers(3);
-    corvid->sessions.ResizeConnections(0);
+struct Program : corvid::bench::Program {
+  Program() {
     corvid->sessionState.AliasEnabled[0] = 1;
-    memory.face.RecordDisplay = false;
-    memory.sockets.SetEvents(nullptr);
     memory.sockets.Connect(0, "host", "4000", 1000);
     memory.loop.Pass(1);
   }
-  void Run(const std::string& line) {
-    std::string problem;
-    int16 options = 0;
-    int16 channel = 0;
-    corvid::Parameters none;
-    corvid->scriptState.CommandDepth = 0;
-    corvid->dispatcher.ProcessCommand(line, options, problem, none, channel);
-  }
-  corvid::MemoryPlatform memory;
-  std::unique_ptr<corvid::Corvid> corvid;
 };
 
 // items_per_second are rounds.
@@ -127,17 +104,7 @@ void Definitions(benchmark::State& state) {
   std::string file;
   for (int i = 0; i < state.range(0); ++i)
     file += "#ALIAS alias" + std::to_string(i) + " {say " + std::to_string(i) + "}\r\n";
-  for (auto _ : state) {
-    state.PauseTiming();
-    auto program = std::make_unique<Program>();
-    state.ResumeTiming();
-    int16 channel = 0;
-    benchmark::DoNotOptimize(program->corvid->scanner.ExecuteBuffer(file, 2, channel));
-    state.PauseTiming();
-    program.reset();
-    state.ResumeTiming();
-  }
-  state.SetItemsProcessed(state.iterations() * state.range(0));
+  corvid::bench::OnFreshPrograms<Program>(state, [&](Program& program) { program.RunFile(file); });
 }
 BENCHMARK(Definitions)->Arg(5000)->Unit(benchmark::kMillisecond);
 

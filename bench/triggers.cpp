@@ -1,40 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What triggers cost: a line against a table of them, a long line against many stars, definitions by the thousand. The
-// whole program on the in-memory platform, without faces and voices.
-#include <benchmark/benchmark.h>
-
-#include <memory>
-#include <string>
+// What triggers cost: a line against a table of them, a long line against many stars, definitions by the thousand.
 #include <vector>
 
-#include "app/corvid.h"
-#include "platform/memory/memory_platform.h"
+#include "program.h"
 
 namespace {
 
-using corvid::int16;
-
-struct Program {
-  Program() : corvid(std::make_unique<corvid::Corvid>(memory.All())) {
-    corvid->symbols.LoadSystemVariables();
-    corvid->buffers.ResizeBuffers(3);
-    corvid->sessions.ResizeConnections(0);
-    memory.face.RecordDisplay = false;
-    memory.sockets.SetEvents(nullptr);
-  }
-  void Run(const std::string& line, int16 options = 0) {
-    std::string problem;
-    int16 channel = 0;
-    corvid::Parameters none;
-    corvid->scriptState.CommandDepth = 0;
-    corvid->dispatcher.ProcessCommand(line, options, problem, none, channel);
-  }
+struct Program : corvid::bench::Program {
   void Fire(const std::string& text) {
     versions.PlainLine = versions.TaggedLine = versions.SpokenLine = text;
     benchmark::DoNotOptimize(corvid->triggers.Fire(0, versions));
   }
-  corvid::MemoryPlatform memory;
-  std::unique_ptr<corvid::Corvid> corvid;
   corvid::LineVersions versions;
 };
 
@@ -93,13 +69,17 @@ std::vector<std::string> GameLines(int64_t triggers) {
 }
 
 // items_per_second are lines.
-void LinesAgainstTriggers(benchmark::State& state) {
-  Program program;
-  for (int64_t i = 0; i < state.range(0); ++i) program.Run("#GTRIGGER {" + Pattern(i) + "} {#VAR seen %1}");
+void FireGameLines(benchmark::State& state, Program& program) {
   const std::vector<std::string> lines = GameLines(state.range(0));
   for (auto _ : state)
     for (const std::string& text : lines) program.Fire(text);
   state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(lines.size()));
+}
+
+void LinesAgainstTriggers(benchmark::State& state) {
+  Program program;
+  for (int64_t i = 0; i < state.range(0); ++i) program.Run("#GTRIGGER {" + Pattern(i) + "} {#VAR seen %1}");
+  FireGameLines(state, program);
 }
 BENCHMARK(LinesAgainstTriggers)->Arg(0)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
@@ -110,10 +90,7 @@ void LinesAgainstTriggersInClasses(benchmark::State& state) {
     program.Run("#GTRIGGER {" + Pattern(i) + "} {#VAR seen %1} {class" + std::to_string(i % 20) + "|all} AnyCase");
   for (int i = 0; i < 10; ++i) program.Run("#GCLASS class" + std::to_string(i) + " ENABLE");
   program.Run("#GCLASS all ENABLE");
-  const std::vector<std::string> lines = GameLines(state.range(0));
-  for (auto _ : state)
-    for (const std::string& text : lines) program.Fire(text);
-  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(lines.size()));
+  FireGameLines(state, program);
 }
 BENCHMARK(LinesAgainstTriggersInClasses)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
@@ -145,18 +122,10 @@ void DefineFromAFile(benchmark::State& state, const std::string& body, int64_t k
   for (int64_t i = 0; i < state.range(0); ++i) {
     file += "#GTRIGGER {" + Pattern(i % keys) + "} {" + body + "}\r\n";
   }
-  for (auto _ : state) {
-    state.PauseTiming();
-    auto program = std::make_unique<Program>();
-    state.ResumeTiming();
-    int16 channel = 0;
-    benchmark::DoNotOptimize(program->corvid->scanner.ExecuteBuffer(file, 2, channel));
-    program->Fire("the first line");
-    state.PauseTiming();
-    program.reset();
-    state.ResumeTiming();
-  }
-  state.SetItemsProcessed(state.iterations() * state.range(0));
+  corvid::bench::OnFreshPrograms<Program>(state, [&](Program& program) {
+    program.RunFile(file);
+    program.Fire("the first line");
+  });
 }
 // items_per_second are definitions; the first line behind them is in the time.
 BENCHMARK_CAPTURE(DefineFromAFile, plain, std::string("say %1"), int64_t{1000000})
@@ -174,16 +143,9 @@ void TypedDefinitions(benchmark::State& state) {
   std::vector<std::string> lines;
   for (int64_t i = 0; i < state.range(0); ++i)
     lines.push_back("#GTRIGGER {" + Pattern(i) + "} {" + (i % 2 == 0 ? "#SUB x}" : "look}"));
-  for (auto _ : state) {
-    state.PauseTiming();
-    auto program = std::make_unique<Program>();
-    state.ResumeTiming();
-    for (const std::string& line : lines) program->Run(line, corvid::option::Interactive);
-    state.PauseTiming();
-    program.reset();
-    state.ResumeTiming();
-  }
-  state.SetItemsProcessed(state.iterations() * state.range(0));
+  corvid::bench::OnFreshPrograms<Program>(state, [&](Program& program) {
+    for (const std::string& line : lines) program.Run(line, corvid::option::Interactive);
+  });
 }
 BENCHMARK(TypedDefinitions)->Arg(5000)->Unit(benchmark::kMillisecond);
 
