@@ -19,16 +19,9 @@
 namespace corvid::fuzz {
 
 // A player who refuses everything.
-class NoPrompter : public Prompter {
+class NoPrompter : public SilentPrompter {
  public:
   int16 MsgBox(const std::string&, int16, const std::string&) override { return box::ResultNo; }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
-  std::string PickList(const std::string&) override { return {}; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return {}; }
 };
 
 struct ScriptHouse {

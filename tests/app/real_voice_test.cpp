@@ -14,23 +14,10 @@ namespace {
 
 class RealVoiceTest : public testing::Test {
  protected:
-  RealVoiceTest() {
-    memory.files.Put("/data/start.set", "; nothing\r\n");
-    SpeechState speech;
-    speech.SpeechType = {0, 3, 3, 3, 3, 3, 3};
-    memory.files.Put("/data/speech.ini", Scramble(SpeechSettings::FileText(speech)));
-  }
+  RealVoiceTest() { PutStartFiles(memory.files, OwnVoices()); }
   void SetUp() override { ASSERT_TRUE(corvid.Start({.DataFolder = "/data", .Connect = {}, .PracticePort = {}})); }
 
-  void Do(const std::string& line) {
-    int16 options = 0;
-    int16 outchannel = CurrentSession;
-    std::string error;
-    Parameters rvar;
-    corvid.scriptState.CommandDepth = 0;
-    corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
-    EXPECT_EQ(error, "") << line;
-  }
+  void Do(const std::string& line) { TypeLine(corvid, line); }
   // What a line makes the player hear: its audible samples.
   std::vector<float> Heard(const std::string& line) {
     Do(line);

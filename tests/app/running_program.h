@@ -13,13 +13,32 @@
 
 namespace corvid {
 
+// What a start needs to find in "/data": an empty script, and how to speak.
+inline void PutStartFiles(MemoryFiles& files, const SpeechState& speech) {
+  files.Put("/data/start.set", "; nothing\r\n");
+  files.Put("/data/speech.ini", Scramble(SpeechSettings::FileText(speech)));
+}
+
+// Every channel with the program's own voices.
+inline SpeechState OwnVoices() {
+  SpeechState speech;
+  speech.SpeechType = {0, 3, 3, 3, 3, 3, 3};
+  return speech;
+}
+
+// A line as the player types it; it must succeed.
+inline void TypeLine(Corvid& corvid, const std::string& line) {
+  int16 options = 0;
+  int16 outchannel = CurrentSession;
+  std::string error;
+  Parameters rvar;
+  corvid.scriptState.CommandDepth = 0;
+  corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
+  EXPECT_EQ(error, "") << line;
+}
+
 struct RunningProgram {
-  RunningProgram() {
-    memory.files.Put("/data/start.set", "; nothing\r\n");
-    SpeechState speech;
-    speech.SpeechType = {0, 3, 3, 3, 3, 3, 3};
-    memory.files.Put("/data/speech.ini", Scramble(SpeechSettings::FileText(speech)));
-  }
+  RunningProgram() { PutStartFiles(memory.files, OwnVoices()); }
   bool Start() { return corvid.Start({.DataFolder = "/data", .Connect = {}, .PracticePort = {}}); }
   // Starts, makes the character "bob" of the Mud "Aard" and connects it in slot 1. Its effects are forgotten.
   void StartAndConnect(int16 flags) {
@@ -30,15 +49,7 @@ struct RunningProgram {
     ASSERT_TRUE(memory.sockets.Connected(1));
     memory.effects.Clear();
   }
-  void Do(const std::string& line) {
-    int16 options = 0;
-    int16 outchannel = CurrentSession;
-    std::string error;
-    Parameters rvar;
-    corvid.scriptState.CommandDepth = 0;
-    corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
-    EXPECT_EQ(error, "") << line;
-  }
+  void Do(const std::string& line) { TypeLine(corvid, line); }
   // From now on the disk takes nothing any more.
   void FillDisk() {
     memory.files.Fail = [](const std::string& operation, const std::string&) {

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What one run saves, the next one finds: the whole program over the in-memory platform.
-#include <gtest/gtest.h>
-
-#include "app/corvid.h"
-#include "core/scramble.h"
 #include "core/text.h"
 #include "files/option_rows.h"
-#include "platform/memory/memory_platform.h"
+#include "running_program.h"
 
 namespace corvid {
 namespace {
@@ -17,15 +13,7 @@ constexpr const char* OptionsFile = "/data/corvid.set";
 struct OneRun {
   explicit OneRun(MemoryPlatform& memory) : mem(memory), corvid(memory.All()) {}
   bool Start() { return corvid.Start({.DataFolder = "/data", .Connect = {}, .PracticePort = {}}); }
-  void Type(const std::string& line) {
-    int16 options = 0;
-    int16 outchannel = CurrentSession;
-    std::string error;
-    Parameters rvar;
-    corvid.scriptState.CommandDepth = 0;
-    corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
-    EXPECT_EQ(error, "") << line;
-  }
+  void Type(const std::string& line) { TypeLine(corvid, line); }
   std::string Options() {
     std::string text;
     corvid.saving.SaveOptions(text);
@@ -36,9 +24,8 @@ struct OneRun {
 };
 
 void PrepareDisk(MemoryPlatform& mem) {
-  mem.files.Put("/data/start.set", "");
-  SpeechState speech;
-  mem.files.Put("/data/speech.ini", Scramble(SpeechSettings::FileText(speech)));
+  PutStartFiles(mem.files, {});
+  mem.files.Put("/data/start.set", "");  // where the signs of the language change, a remark would be a command
 }
 
 TEST(SavedOptions, OfAChangedRunAreThoseOfTheNext) {

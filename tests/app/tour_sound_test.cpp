@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tour of the sounds as its player hears it: the shipped script and sounds with the real voices, rendered and
 // listened to. CORVID_TOUR_WAV=FILE keeps what was heard as a sound file.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -14,12 +12,10 @@
 #include <thread>
 #include <vector>
 
-#include "app/corvid.h"
 #include "core/keys.h"
-#include "core/scramble.h"
 #include "platform/espeak/espeak_engine.h"
-#include "platform/memory/memory_platform.h"
 #include "platform/openal/mixer.h"
+#include "running_program.h"
 
 namespace corvid {
 namespace {
@@ -77,12 +73,10 @@ struct Stretch {
 class TourSound : public testing::Test {
  protected:
   TourSound() {
-    SpeechState speech;
-    speech.SpeechType = {0, 3, 3, 3, 3, 3, 3};
+    SpeechState speech = OwnVoices();
     speech.VoicePriority[Channel::User] = 2;  // over the top of others
     speech.NotInterruptedByControl[Channel::User] = 1;
-    memory.files.Put("/data/speech.ini", Scramble(SpeechSettings::FileText(speech)));
-    memory.files.Put("/data/start.set", "; nothing\r\n");
+    PutStartFiles(memory.files, speech);
     memory.files.Put("/data/examples/tour.set", FileOfTree("examples/tour.set"));
     for (const char* name : {"music.wav", "hit.wav", "miss.wav"})
       memory.files.Put(std::string("/data/Sounds/") + name, FileOfTree(std::string("Sounds/") + name));
@@ -99,15 +93,7 @@ class TourSound : public testing::Test {
     if (const char* name = std::getenv("CORVID_TOUR_WAV")) Keep(name);
   }
 
-  void Do(const std::string& line) {
-    int16 options = 0;
-    int16 outchannel = CurrentSession;
-    std::string error;
-    Parameters rvar;
-    corvid.scriptState.CommandDepth = 0;
-    corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
-    EXPECT_EQ(error, "") << line;
-  }
+  void Do(const std::string& line) { TypeLine(corvid, line); }
   void Game(const std::string& line) { memory.sockets.Receive(1, line + "\r\n"); }
   void TapControl() {
     corvid.keyboard.KeyDown(keycode::Control, ControlBit);

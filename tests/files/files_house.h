@@ -24,7 +24,7 @@
 namespace corvid::testing_files {
 
 // Answers dialogs from a list and writes down what was asked.
-class ListedPrompter : public Prompter {
+class ListedPrompter : public SilentPrompter {
  public:
   explicit ListedPrompter(EffectLog& effects) : effects_(effects) {}
   int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
@@ -33,13 +33,10 @@ class ListedPrompter : public Prompter {
     if ((flags & 0xF) == box::OkOnly) return box::ResultOk;
     return answers_.empty() ? Unanswered(title) : Next<int16>(answers_);
   }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
   std::string PickList(const std::string& list) override {
     effects_.Add("pick", list);
     return Texts.empty() ? "" : Next<std::string>(Texts);
   }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
   void FolderDialog2(const std::string&, const std::string& wildcard, int16, const std::string& title, std::string&,
                      std::string& filename, const std::string& StartingFolder) override {
     effects_.Add("folder", title + "|" + wildcard + "|" + StartingFolder);

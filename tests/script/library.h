@@ -13,6 +13,7 @@
 #include "script/expression.h"
 #include "script/functions.h"
 #include "sessions/session_state.h"
+#include "support_upcalls.h"
 
 namespace corvid::testing_script {
 
@@ -31,16 +32,9 @@ class FakeSockets : public Sockets {
   std::set<int16> Open;
 };
 
-class FakePrompter : public Prompter {
+class FakePrompter : public SilentPrompter {
  public:
-  int16 MsgBox(const std::string&, int16, const std::string&) override { return 0; }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
   std::string PickList(const std::string& list) override { return "picked from " + list; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return ""; }
 };
 
 class Library : public testing::Test, protected Script {

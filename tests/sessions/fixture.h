@@ -28,7 +28,7 @@
 namespace corvid {
 
 // Records each box as "title|text" and gives the next answer; without one, No.
-class ScriptedPrompter : public Prompter {
+class ScriptedPrompter : public SilentPrompter {
  public:
   explicit ScriptedPrompter(EffectLog& effects) : effects_(effects) {}
   int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
@@ -39,13 +39,6 @@ class ScriptedPrompter : public Prompter {
     answers.pop_front();
     return answer;
   }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
-  std::string PickList(const std::string&) override { return ""; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return ""; }
 
   std::deque<int16> answers;
   std::function<void()> OnBox;

@@ -17,7 +17,7 @@
 namespace corvid {
 
 // Boxes are recorded as "flags|title|text", and OK is pressed.
-class BoxRecorder : public Prompter {
+class BoxRecorder : public SilentPrompter {
  public:
   explicit BoxRecorder(EffectLog& effects) : effects_(effects) {}
   int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
@@ -25,13 +25,6 @@ class BoxRecorder : public Prompter {
     if (OnBox) OnBox();
     return box::ResultOk;
   }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return ""; }
-  std::string PickList(const std::string&) override { return ""; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return ""; }
   std::function<void()> OnBox;
 
  private:
