@@ -101,6 +101,7 @@ void KeyRouter::Press(int16 KeyCode, int16 Shift) {
 }
 
 void KeyRouter::EnterLine(TextModel& entry, const std::string& line) {
+  const Work work(*this);  // the next line waits for the whole of this one
   if (entry.Locked() && events_ != nullptr) {
     // A blank leads to the entry line and is taken away again. The program drops the first when the key before it was
     // one that it took for itself.

@@ -46,6 +46,7 @@ class EchoProgram : public FaceEvents, public DialogEvents {
   }
   void KeyTyped(const std::string& character) override {
     if (entry.Locked()) {
+      loop.DoEvents();
       entry.SetLocked(false);
       entry.SetText(character);
       entry.SetSelStart(1);
@@ -198,6 +199,7 @@ TEST_F(ConsoleFaceTest, LinesGoInAndWindowTextComesOutPlain) {
 TEST_F(ConsoleFaceTest, ALineForAScriptThatCannotBeChangedGoesToTheEntryLine) {
   locked = true;
   EXPECT_EQ(Run("caf\xC3\xA9\n"), "=== Corvid\nYou say: caf\xC3\xA9[31m\n");
+  EXPECT_EQ(Run("one\ntwo\n"), "=== Corvid\nYou say: one[31m\nYou say: two[31m\n") << "one after the other";
 }
 
 TEST_F(ConsoleFaceTest, KeysArePressedByName) {
