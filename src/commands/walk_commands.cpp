@@ -121,8 +121,8 @@ void handler::Direction(CommandCall& call) {
   const int16 row = AddInt16(script.AbbreviationCount, 1);
   call.house.symbols.resizeCommand(windowtype::Abbreviations, row);
   script.AbbreviationCount = row;
-  script.AbbreviationFrom[row] = Upper(call.P[2]);
-  script.AbbreviationTo[row] = Upper(call.P[3]);
+  script.Directions[row] = Upper(call.P[2]);
+  script.OppositeDirections[row] = Upper(call.P[3]);
   script.AbbreviationBuffers[row] = script.DefiningBuffer;
   script.AbbreviationOwners[row] = call.definitionOwner;
 }

@@ -23,7 +23,7 @@ std::string Joined(const std::vector<std::string>& steps, const std::string& sep
 // Row of the direction, or 0.
 int16 FindDirection(const AbbreviationTable& directions, const std::string& step) {
   for (int16 row = 1; row <= directions.AbbreviationCount; ++row)
-    if (SameText(directions.AbbreviationFrom[row], step)) return row;
+    if (SameText(directions.Directions[row], step)) return row;
   return 0;
 }
 
@@ -50,8 +50,8 @@ std::string WithoutDetours(const AbbreviationTable& directions, std::string step
     before = steps.size();
     steps = separator + steps + separator;
     for (int16 row = 1; row <= directions.AbbreviationCount; ++row) {
-      std::string pair = separator + directions.AbbreviationFrom[row];
-      pair += separator + directions.AbbreviationTo[row];
+      std::string pair = separator + directions.Directions[row];
+      pair += separator + directions.OppositeDirections[row];
       pair += separator;
       steps = Replace(std::move(steps), pair, separator);
     }
@@ -86,7 +86,7 @@ std::string WalkBackwards(const AbbreviationTable& directions, const std::string
   std::vector<std::string> back;
   for (auto step = there.rbegin(); step != there.rend(); ++step) {
     const int16 row = FindDirection(directions, *step);
-    back.push_back(row == 0 ? *step : directions.AbbreviationTo[row]);
+    back.push_back(row == 0 ? *step : directions.OppositeDirections[row]);
   }
   return Joined(back, separator);
 }

@@ -82,9 +82,9 @@ void Saving::SaveTabWords(OwnerId Owner, std::string& text) const {
 
 void Saving::SaveDirections(OwnerId Owner, std::string& text) const {
   for (int16 row = 1; row <= script_.AbbreviationCount; ++row) {
-    if (script_.AbbreviationOwners[row] != Owner || script_.AbbreviationFrom[row].empty()) continue;
-    text += CommandStart(Owner) + "Direction " + Braced(ScriptValue(script_.AbbreviationFrom[row], options_)) + " " +
-            Braced(ScriptValue(script_.AbbreviationTo[row], options_)) + "\r\n";
+    if (script_.AbbreviationOwners[row] != Owner || script_.Directions[row].empty()) continue;
+    text += CommandStart(Owner) + "Direction " + Braced(ScriptValue(script_.Directions[row], options_)) + " " +
+            Braced(ScriptValue(script_.OppositeDirections[row], options_)) + "\r\n";
   }
 }
 

@@ -161,7 +161,7 @@ void Symbols::resizeCommand(int32 WindowType, int32 Size) {
       ResizeAll(Size, state_.Triggers);
       break;
     case windowtype::Abbreviations:
-      ResizeAll(Size, state_.AbbreviationFrom, state_.AbbreviationTo, state_.AbbreviationClasses);
+      ResizeAll(Size, state_.Directions, state_.OppositeDirections, state_.AbbreviationClasses);
       ResizeAll(Size, state_.AbbreviationBuffers, state_.AbbreviationOwners);
       break;
     default:

@@ -77,7 +77,7 @@ std::string Pick(FunctionCall& call) {
 std::string SwitchDirection(FunctionCall& call) {
   const ScriptState& state = call.world.state;
   for (int32 row = 1; row <= state.AbbreviationCount; ++row)
-    if (SameText(state.AbbreviationFrom[row], call.Text(1))) return state.AbbreviationTo[row];
+    if (SameText(state.Directions[row], call.Text(1))) return state.OppositeDirections[row];
   return "";
 }
 

@@ -46,8 +46,8 @@ struct MacroTable {  // keys, sorted by code * 10 + shift state
 
 struct AbbreviationTable {  // direction pairs of recorded walks
   int16 AbbreviationCount = 0;
-  Table<std::string> AbbreviationFrom;
-  Table<std::string> AbbreviationTo;
+  Table<std::string> Directions;
+  Table<std::string> OppositeDirections;
   Table<std::string> AbbreviationClasses;
   Table<int16> AbbreviationBuffers;
   Table<int16> AbbreviationOwners;

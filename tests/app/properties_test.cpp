@@ -127,7 +127,7 @@ Rows StateOf(const ScriptState& state) {
   for (int16 i = 1; i <= state.TabWordCount; ++i)
     add({"tab word", state.TabWords[i], std::to_string(state.TabOwners[i])});
   for (int16 i = 1; i <= state.AbbreviationCount; ++i)
-    add({"direction", state.AbbreviationFrom[i], state.AbbreviationTo[i], std::to_string(i)});
+    add({"direction", state.Directions[i], state.OppositeDirections[i], std::to_string(i)});
   // Their order matters, and is kept among those of the same owner.
   std::map<int16, int> places;
   for (int16 i = 1; i <= state.TriggerCount; ++i) {

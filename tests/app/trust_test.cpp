@@ -141,7 +141,7 @@ TEST(Saved, WordsOfAGameComeBackAsTheyWere) {
     script.TabWords[1] = word;
     script.TabOwners[1] = owner;
     first.corvid.symbols.resizeCommand(windowtype::Abbreviations, 1);
-    script.AbbreviationFrom[1] = script.AbbreviationTo[1] = Upper(word);
+    script.Directions[1] = script.OppositeDirections[1] = Upper(word);
     script.AbbreviationOwners[1] = owner;
     ASSERT_TRUE(first.corvid.saving.WriteAltMethod(owner, "/data/Aard/bob-Char.set", false));
 
@@ -154,7 +154,7 @@ TEST(Saved, WordsOfAGameComeBackAsTheyWere) {
     ASSERT_EQ(loaded.TabWordCount, 1) << word;
     EXPECT_EQ(loaded.TabWords[1], word);
     ASSERT_EQ(loaded.AbbreviationCount, 1) << word;
-    EXPECT_EQ(loaded.AbbreviationTo[1], Upper(word));
+    EXPECT_EQ(loaded.OppositeDirections[1], Upper(word));
   }
 }
 

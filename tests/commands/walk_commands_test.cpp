@@ -270,10 +270,10 @@ TEST_F(WalkTest, DirectionsAreKeptInUpperCaseTwiceIfToldTwice) {
   Run("#DIRECTION enter");
   Run("#DIRECTION enter");
   ASSERT_EQ(script.AbbreviationCount, 7);
-  EXPECT_EQ(script.AbbreviationFrom[5], "UP");
-  EXPECT_EQ(script.AbbreviationTo[5], "DOWN");
-  EXPECT_EQ(script.AbbreviationFrom[7], "ENTER");
-  EXPECT_EQ(script.AbbreviationTo[7], "");
+  EXPECT_EQ(script.Directions[5], "UP");
+  EXPECT_EQ(script.OppositeDirections[5], "DOWN");
+  EXPECT_EQ(script.Directions[7], "ENTER");
+  EXPECT_EQ(script.OppositeDirections[7], "");
 }
 
 TEST_F(WalkTest, OnlyTheEndOfEverythingTakesDirectionsAway) {
@@ -284,7 +284,7 @@ TEST_F(WalkTest, OnlyTheEndOfEverythingTakesDirectionsAway) {
   symbols.RemoveCharacter(Owner());
   symbols.CompressCommand(windowtype::All);
   EXPECT_EQ(script.AbbreviationCount, 5);
-  EXPECT_EQ(script.AbbreviationFrom[5], "UP");
+  EXPECT_EQ(script.Directions[5], "UP");
   Run("#KILLALL");
   EXPECT_EQ(script.AbbreviationCount, 0);
 }

@@ -13,11 +13,11 @@ namespace {
 AbbreviationTable Directions(const std::vector<std::pair<std::string, std::string>>& pairs) {
   AbbreviationTable table;
   table.AbbreviationCount = static_cast<int16>(pairs.size());
-  table.AbbreviationFrom.Resize(table.AbbreviationCount);
-  table.AbbreviationTo.Resize(table.AbbreviationCount);
+  table.Directions.Resize(table.AbbreviationCount);
+  table.OppositeDirections.Resize(table.AbbreviationCount);
   for (int16 row = 1; row <= table.AbbreviationCount; ++row) {
-    table.AbbreviationFrom[row] = pairs[static_cast<std::size_t>(row - 1)].first;
-    table.AbbreviationTo[row] = pairs[static_cast<std::size_t>(row - 1)].second;
+    table.Directions[row] = pairs[static_cast<std::size_t>(row - 1)].first;
+    table.OppositeDirections[row] = pairs[static_cast<std::size_t>(row - 1)].second;
   }
   return table;
 }

@@ -219,8 +219,8 @@ void DefineThings(FilesHouse& house, OwnerId owner) {
   const auto row = static_cast<int16>(house.script.AbbreviationCount + 1);
   symbols.resizeCommand(windowtype::Abbreviations, row);
   house.script.AbbreviationCount = row;
-  house.script.AbbreviationFrom[row] = "n";
-  house.script.AbbreviationTo[row] = "s";
+  house.script.Directions[row] = "n";
+  house.script.OppositeDirections[row] = "s";
   house.script.AbbreviationOwners[row] = owner;
 }
 

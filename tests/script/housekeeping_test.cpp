@@ -127,7 +127,7 @@ void FillAllTables(Script& script) {
     script.symbols.Addmacro(static_cast<int16>(64 + n), 0, "v", owner, "", buffer, "v", error);
     script.symbols.resizeCommand(windowtype::Triggers, n);
     script.symbols.resizeCommand(windowtype::Abbreviations, n);
-    state.Triggers[n].Pattern = state.AbbreviationFrom[n] = name;
+    state.Triggers[n].Pattern = state.Directions[n] = name;
     state.Triggers[n].Buffer = state.AbbreviationBuffers[n] = buffer;
     state.Triggers[n].Owner = state.AbbreviationOwners[n] = owner;
     state.TabWords.Resize(n);
@@ -153,7 +153,7 @@ TEST(Housekeeping, ABufferTakesItsThreeKindsWithItAndLeavesDirections) {
   EXPECT_EQ(Counts(script.state), (std::vector<int32>{6, 3, 3, 3, 6, 6}));
   EXPECT_EQ(script.state.MacroBuffers[1], 5);
   for (int32 row = 1; row <= 6; ++row)
-    EXPECT_EQ(script.state.AbbreviationFrom[row], std::string(1, static_cast<char>('a' + row)));
+    EXPECT_EQ(script.state.Directions[row], std::string(1, static_cast<char>('a' + row)));
 }
 
 TEST(Housekeeping, ACharacterTakesAllKindsWithItButDirections) {

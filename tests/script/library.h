@@ -65,10 +65,10 @@ class Library : public testing::Test, protected Script {
     for (std::size_t i = 0; i < 10; ++i) sessions.HistoryLines[1][i] = "line" + std::to_string(i);
     state.AbbreviationCount = 2;
     symbols.resizeCommand(windowtype::Abbreviations, 2);
-    state.AbbreviationFrom[1] = "N";
-    state.AbbreviationTo[1] = "S";
-    state.AbbreviationFrom[2] = "UP";
-    state.AbbreviationTo[2] = "DOWN";
+    state.Directions[1] = "N";
+    state.OppositeDirections[1] = "S";
+    state.Directions[2] = "UP";
+    state.OppositeDirections[2] = "DOWN";
   }
 
   std::string Explode(const std::string& text, OwnerId owner = 0) {
