@@ -52,7 +52,7 @@ void RemoveClass(CommandCall& call, Verdict goes) {
   ScriptState& script = call.house.script;
   const OwnerId owner = call.definitionOwner;
   // Triggers keep their rows: the command may run in a trigger's action, and the walk over the others goes on.
-  for (int16 i = 1; i <= script.TriggerCount; ++i) {
+  for (int32 i = 1; i <= script.TriggerCount; ++i) {
     const TriggerRecord& trigger = script.Triggers.Read(i);
     std::string classes = trigger.Class;
     if (goes(classes, trigger.Owner, name, owner)) {
@@ -61,9 +61,9 @@ void RemoveClass(CommandCall& call, Verdict goes) {
       script.Triggers[i].Class = classes;
     }
   }
-  for (int16 i = 1; i <= script.MacroCount; ++i)
+  for (int32 i = 1; i <= script.MacroCount; ++i)
     if (goes(script.MacroClasses[i], script.MacroOwners[i], name, owner)) script.MacroKeyCodes[i] = 0;
-  for (int16 i = 1; i <= script.AliasCount; ++i)
+  for (int32 i = 1; i <= script.AliasCount; ++i)
     if (goes(script.AliasClasses[i], script.AliasOwners[i], name, owner)) script.AliasNames[i].clear();
   call.house.symbols.CompressCommand(windowtype::Keys | windowtype::Aliases);
   call.house.symbols.DeleteClass(name, owner);
@@ -79,7 +79,7 @@ void ShowClasses(CommandCall& call) {
   const OwnerId owner = call.definitionOwner;
   const std::string whose = owner == 0 ? " Global" : " " + call.house.sessions.CharacterName[owner];
   std::vector<std::string> rows;
-  for (int16 i = 1; i <= script.ClassCount; ++i)
+  for (int32 i = 1; i <= script.ClassCount; ++i)
     if (script.ClassOwners[i] == 0 || script.ClassOwners[i] == owner) rows.push_back(script.ClassNames[i] + whose);
   if (!rows.empty()) call.house.menus.ShowList(rows, "CLASS");
 }

@@ -91,7 +91,7 @@ void handler::UnAlias(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
   ScriptState& script = call.house.script;
   const std::string_view name = TrimView(call.P[2]);
-  for (int16 i = 1; i <= script.AliasCount; ++i) {
+  for (int32 i = 1; i <= script.AliasCount; ++i) {
     if (script.AliasOwners[i] != call.definitionOwner || !SameText(TrimView(script.AliasNames[i]), name)) continue;
     if (call.P[3].empty() || SameText(script.AliasClasses[i], call.P[3])) script.AliasNames[i].clear();
   }
@@ -104,7 +104,7 @@ void handler::UnKey(CommandCall& call) {
   int16 shift = 0;
   int16 code = 0;
   ParseKeystroke(call.P[2], shift, code);
-  for (int16 i = 1; i <= script.MacroCount; ++i) {
+  for (int32 i = 1; i <= script.MacroCount; ++i) {
     if (script.MacroOwners[i] != call.definitionOwner || script.MacroKeyCodes[i] != code ||
         script.MacroShifts[i] != shift)
       continue;

@@ -13,8 +13,8 @@ namespace corvid {
 namespace {
 
 int16 FindWord(const ScriptState& script, const std::string& word, OwnerId owner) {
-  for (int16 i = 1; i <= script.TabWordCount; ++i)
-    if (script.TabOwners[i] == owner && SameText(script.TabWords[i], word)) return i;
+  for (int32 i = 1; i <= script.TabWordCount; ++i)
+    if (script.TabOwners[i] == owner && SameText(script.TabWords[i], word)) return static_cast<int16>(i);
   return 0;
 }
 
@@ -23,7 +23,7 @@ void WriteWords(CommandHouse& house, int16 session) {
   const std::string& folder = house.sessions.MudFolder[session];
   if (folder.empty()) return;
   std::string text;
-  for (int16 i = 1; i <= house.script.TabWordCount; ++i) {
+  for (int32 i = 1; i <= house.script.TabWordCount; ++i) {
     if (house.script.TabOwners[i] == house.script.CurrentOwner && !house.script.TabWords[i].empty())
       text += house.script.TabWords[i] + "\r\n";
   }
@@ -34,7 +34,7 @@ void WriteWords(CommandHouse& house, int16 session) {
 void ShowWords(CommandCall& call) {
   const ScriptState& script = call.house.script;
   std::vector<std::string> words;
-  for (int16 i = 1; i <= script.TabWordCount; ++i)
+  for (int32 i = 1; i <= script.TabWordCount; ++i)
     if (script.TabOwners[i] == call.owner && !script.TabWords[i].empty()) words.push_back(script.TabWords[i]);
   if (words.empty()) return call.house.platform.face.Beep();  // an empty list would only be in the way
   call.house.menus.ShowList(words, "ONETIME");

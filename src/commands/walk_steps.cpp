@@ -22,8 +22,8 @@ std::string Joined(const std::vector<std::string>& steps, const std::string& sep
 
 // Row of the direction, or 0.
 int16 FindDirection(const AbbreviationTable& directions, const std::string& step) {
-  for (int16 row = 1; row <= directions.AbbreviationCount; ++row)
-    if (SameText(directions.Directions[row], step)) return row;
+  for (int32 row = 1; row <= directions.AbbreviationCount; ++row)
+    if (SameText(directions.Directions[row], step)) return static_cast<int16>(row);
   return 0;
 }
 
@@ -49,7 +49,7 @@ std::string WithoutDetours(const AbbreviationTable& directions, std::string step
   do {
     before = steps.size();
     steps = separator + steps + separator;
-    for (int16 row = 1; row <= directions.AbbreviationCount; ++row) {
+    for (int32 row = 1; row <= directions.AbbreviationCount; ++row) {
       std::string pair = separator + directions.Directions[row];
       pair += separator + directions.OppositeDirections[row];
       pair += separator;

@@ -45,7 +45,7 @@ void Saving::SaveVariableRows(bool defaultsOnly, OwnerId Owner, std::string& tex
 }
 
 void Saving::SaveAliases(OwnerId Owner, std::string& text) const {
-  for (int16 row = 1; row <= script_.AliasCount; ++row) {
+  for (int32 row = 1; row <= script_.AliasCount; ++row) {
     if (script_.AliasOwners[row] != Owner || script_.AliasNames[row].empty()) continue;
     text += CommandStart(Owner) + "alias " + Braced(script_.AliasNames[row]) + " " +
             Braced(script_.AliasOriginals[row]) + ClassPart(script_.AliasClasses[row]) + "\r\n";
@@ -53,7 +53,7 @@ void Saving::SaveAliases(OwnerId Owner, std::string& text) const {
 }
 
 void Saving::SaveKeys(OwnerId Owner, std::string& text) const {
-  for (int16 row = 1; row <= script_.MacroCount; ++row) {
+  for (int32 row = 1; row <= script_.MacroCount; ++row) {
     if (script_.MacroOwners[row] != Owner || script_.MacroKeyCodes[row] == 0) continue;
     text += CommandStart(Owner) + "key " + Keyname(script_.MacroKeyCodes[row], script_.MacroShifts[row]) + " " +
             Braced(script_.MacroOriginals[row]) + ClassPart(script_.MacroClasses[row]) + "\r\n";
@@ -62,7 +62,7 @@ void Saving::SaveKeys(OwnerId Owner, std::string& text) const {
 
 // Kept: a flag without a class stands where a class is read.
 void Saving::SaveTriggers(OwnerId Owner, std::string& text) const {
-  for (int16 row = 1; row <= script_.TriggerCount; ++row) {
+  for (int32 row = 1; row <= script_.TriggerCount; ++row) {
     const TriggerRecord& trigger = script_.Triggers.Read(row);
     if (trigger.Owner != Owner || trigger.Pattern.empty()) continue;
     text += CommandStart(Owner) + "Trigger " + Braced(trigger.SearchText) + " " + Braced(trigger.ActionText) +
@@ -74,14 +74,14 @@ void Saving::SaveTriggers(OwnerId Owner, std::string& text) const {
 }
 
 void Saving::SaveTabWords(OwnerId Owner, std::string& text) const {
-  for (int16 row = 1; row <= script_.TabWordCount; ++row) {
+  for (int32 row = 1; row <= script_.TabWordCount; ++row) {
     if (script_.TabOwners[row] != Owner || script_.TabWords[row].empty()) continue;
     text += CommandStart(Owner) + "tab " + Braced(ScriptValue(script_.TabWords[row], options_)) + "\r\n";
   }
 }
 
 void Saving::SaveDirections(OwnerId Owner, std::string& text) const {
-  for (int16 row = 1; row <= script_.AbbreviationCount; ++row) {
+  for (int32 row = 1; row <= script_.AbbreviationCount; ++row) {
     if (script_.AbbreviationOwners[row] != Owner || script_.Directions[row].empty()) continue;
     text += CommandStart(Owner) + "Direction " + Braced(ScriptValue(script_.Directions[row], options_)) + " " +
             Braced(ScriptValue(script_.OppositeDirections[row], options_)) + "\r\n";
@@ -89,7 +89,7 @@ void Saving::SaveDirections(OwnerId Owner, std::string& text) const {
 }
 
 void Saving::SaveClasses(OwnerId Owner, std::string& text) const {
-  for (int16 row = 1; row <= script_.ClassCount; ++row) {
+  for (int32 row = 1; row <= script_.ClassCount; ++row) {
     if (script_.ClassOwners[row] != Owner || script_.ClassNames[row].empty()) continue;
     text += CommandStart(Owner) + "class " + Braced(script_.ClassNames[row]) + " enable\r\n";
   }

@@ -106,7 +106,7 @@ void Sessions::LoadTabWords(int16 owner, const std::string& path) {
   if (!platform_.files.FileExists(path)) platform_.files.WriteWhole(path, "", Privacy::Shared);
   const std::string text = platform_.files.ReadWhole(path);
   std::unordered_set<std::string> known{""};  // a second connection reads the file again
-  for (int16 row = 1; row <= script_.TabWordCount; ++row)
+  for (int32 row = 1; row <= script_.TabWordCount; ++row)
     if (script_.TabOwners[row] == owner) known.insert(script_.TabWords[row]);
   int32 pointer = 0;
   while (pointer >= 0) {

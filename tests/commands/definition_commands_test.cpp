@@ -290,6 +290,21 @@ TEST_F(DefinitionTest, ThePrefixSwitchesClassesForEverybody) {
   EXPECT_FALSE(symbols.InClass("war", script.SocketOwner[0]));
 }
 
+TEST_F(DefinitionTest, FullTablesAreGoneThroughAndSaved) {
+  Run("#ALIAS greet {wave} war");
+  script.TriggerCount = script.MacroCount = script.AliasCount = script.TabWordCount = INT16_MAX;
+  symbols.resizeCommand(windowtype::Triggers, INT16_MAX);
+  symbols.resizeCommand(windowtype::Keys, INT16_MAX);
+  symbols.resizeCommand(windowtype::Aliases, INT16_MAX);
+  script.TabWords.Resize(INT16_MAX);
+  script.TabOwners.Resize(INT16_MAX);
+  EXPECT_EQ(Run("#UNTAB word"), "");
+  EXPECT_TRUE(saving.WriteImage("/data/all.set"));
+  EXPECT_NE(memory.files.ReadWhole("/data/all.set").find("alias {greet}"), std::string::npos);
+  EXPECT_EQ(Run("#DELCLASS war"), "");
+  EXPECT_EQ(script.AliasCount, 0);
+}
+
 TEST_F(DefinitionTest, DisablingAnotherClassLeavesTheCurrentOne) {
   Run("#CLASS peace;#CLASS war enable");
   EXPECT_EQ(Run("#CLASS war disable"), "");
