@@ -149,19 +149,24 @@ Receive::Flow Receive::ReadBlock(int16 Index, bool timerFired, Work& work, int& 
 
   Negotiation negotiation(*this, Index);
   if (DecodeTelnet(work.Bytes, work.Block, negotiation)) return Flow::Goes;
-  TellFailure(Index,
-              "An error occurred during the write.  Error " + std::to_string(platform_.sockets.LastError(Index)));
+  const std::string error = std::to_string(platform_.sockets.LastError(Index));
+  if (!TellFailure(Index, "An error occurred during the write.  Error " + error)) return Flow::Leave;  // PUMP
   platform_.sockets.Disconnect(Index);
   if (Index == script_.CurrentSocket) script_.SystemValues[sysvar::CONNECTED] = "0";
   platform_.face.NoteSession(Index, "closed");
   return Flow::Leave;
 }
 
-// While the player reads the message, more of the same would open message upon message.
-void Receive::TellFailure(int16 Index, const std::string& message) {
+// While the player reads the message, more of the same would open message upon message. False when another connection
+// has begun in the slot meanwhile, as where a script connects again by itself.
+bool Receive::TellFailure(int16 Index, const std::string& message) {
   failing_[Index] = 1;
   Try(Index, [&] { upcalls_.errors.ShowError(message); });  // PUMP
-  failing_[Index] = 0;
+  return std::exchange(failing_[Index], char{0}) != 0;
+}
+
+void Receive::NewConnection(int16 Index) {
+  if (Index <= failing_.UBound()) failing_[Index] = 0;
 }
 
 // Keeps what follows the last line break, along with that break, for the next read or the timer.

@@ -37,6 +37,8 @@ class Receive {
   void sockTelnet_OnRead(int16 Index);
   // The tick of the session's timer: shows an unfinished line as it stands.
   void ReadTimer_Timer(int16 Index);
+  // Another connection begins in the slot: what the player is still told of the one before is not about it.
+  void NewConnection(int16 Index);
 
  private:
   struct Work;
@@ -49,7 +51,7 @@ class Receive {
   void Report(int16 Index, const std::string& error);
 
   Flow ReadBlock(int16 Index, bool timerFired, Work& work, int& readCount);
-  void TellFailure(int16 Index, const std::string& message);
+  bool TellFailure(int16 Index, const std::string& message);
   void HoldTail(int16 Index, Work& work);
   void StartReadTimer(int16 Index);
   void HandleBlock(int16 Index, Work& work);

@@ -78,6 +78,7 @@ int16 Sessions::TakeSlot(int16 MudIndex, int16 flags) {
 
 void Sessions::PrepareSlot(int16 slot, int16 MudIndex) {
   ++openings_[slot];
+  receive_.NewConnection(slot);
   sessions_.MudFolder[slot] = CharacterFolder(MudIndex);
   SetMud(slot, MudIndex);
   output_.ClearViewports(slot);

@@ -135,6 +135,25 @@ TEST_F(TwoGames, AFailingAnswerToTheServerCostsItsConnectionAlone) {
   Reconnect();
 }
 
+TEST_F(TwoGames, AConnectionThatBeginsWhileAFailureIsToldIsReadAndStays) {
+  run.memory.sockets.FailWrites = true;
+  const int16 bob = run.corvid.scriptState.SocketOwner[1];
+  run.memory.loop.Post([&] {
+    run.memory.sockets.FailWrites = false;
+    run.memory.sockets.CloseByPeer(1);
+    EXPECT_EQ(run.corvid.sessions.OpenMud(bob, 0), 0);
+    run.memory.loop.Pass(1);
+    Forget();
+    run.memory.sockets.Receive(1, "Welcome back.\r\n");
+  });
+  run.memory.face.Will("Ok");
+  run.memory.sockets.Receive(1, "\xFF\xFD\x18");  // DO terminal type
+  const Texts heard = Heard();
+  EXPECT_NE(std::find(heard.begin(), heard.end(), "1 Welcome back."), heard.end());
+  EXPECT_TRUE(run.memory.sockets.Connected(1)) << "the message was about the connection before";
+  AmyPlays();
+}
+
 TEST_F(TwoGames, WhatTheNetworkTakesInPiecesArrivesWholeAndInOrder) {
   run.Do("#CHAR bob");
   Forget();
