@@ -129,7 +129,9 @@ void Menus::ShowAgain() {
 }
 
 void Menus::SayNotBuilt(const std::string& what) const {
-  house_.upcalls.speaker.SpeakOut("Corvid does not have this menu yet: " + what, Channel::System, 0);
+  const std::string text = "Corvid does not have this menu yet: " + what;
+  house_.platform.face.Notice(text);  // who reads with the fingers, or has no sound, is told as well
+  house_.upcalls.speaker.SpeakOut(text, Channel::System, 0);
 }
 
 std::string Menus::Selection() const {

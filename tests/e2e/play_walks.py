@@ -19,8 +19,10 @@ class Walks(unittest.TestCase):
             self.corvid.line(typed)
         self.in_room("The Village Square")
         self.corvid.line("chatter off")
-        self.corvid.line(f"#LOAD {{{SCRIPT}}}")
         self.marks = 0
+
+    def load(self):
+        self.corvid.line(f"#LOAD {{{SCRIPT}}}")
         self.settle()
         log = self.corvid.get("buffer", number=2)["text"]
         self.assertEqual(log, "", "the script loads without a word")
@@ -65,7 +67,14 @@ class Walks(unittest.TestCase):
         self.corvid.hears("There is no way north")
         self.walk(("u", "The Top of the Clock Tower"), ("d", "The Foot of the Clock Tower"), ("e", "The Herb Garden"))
 
+    def test_a_newcomer_walks_back_without_any_script(self):
+        self.corvid.line("#RECORD")
+        self.walk(("n", "The Foot of the Clock Tower"), ("up", "The Top of the Clock Tower"))
+        self.corvid.line("#ENDRECORD bell")
+        self.sends("..bell", ["DOWN", "S"])
+
     def test_a_way_is_recorded_and_walked_there_and_back(self):
+        self.load()
         self.record_to_the_garden()
         self.corvid.line("keepway garden")
         self.corvid.hears("Recorded commands saved in New Lines window.", channel=5)
@@ -77,6 +86,7 @@ class Walks(unittest.TestCase):
         self.assertEqual(self.corvid.end(), 0)
 
     def test_keep_keeps_all_that_was_sent_but_what_was_taken_back(self):
+        self.load()
         self.record_to_the_garden()
         self.corvid.line("oops")
         self.corvid.hears("erasing e", channel=1)
@@ -94,6 +104,7 @@ class Walks(unittest.TestCase):
         self.assertEqual(self.corvid.end(), 0)
 
     def test_a_slow_walk_takes_a_step_when_the_room_was_told(self):
+        self.load()
         self.corvid.line("slow on")
         self.settle()
         mark = len(self.corvid.seen)
@@ -114,6 +125,7 @@ class Walks(unittest.TestCase):
         self.assertEqual(self.corvid.end(), 0)
 
     def test_a_slow_walk_rests_and_goes_on(self):
+        self.load()
         self.corvid.line("slow on")
         self.corvid.line("#ALIAS {.there} {n;hold;e;sw}")
         mark = len(self.corvid.seen)
@@ -127,6 +139,7 @@ class Walks(unittest.TestCase):
         self.assertEqual(self.corvid.end(), 0)
 
     def test_a_slow_walk_that_meets_a_wall_ends_and_says_so(self):
+        self.load()
         self.corvid.line("slow on")
         mark = len(self.corvid.seen)
         self.corvid.line("#ALIAS {.wrong} {n;n;e;e}")
@@ -137,6 +150,7 @@ class Walks(unittest.TestCase):
         self.assertEqual(self.corvid.end(), 0)
 
     def test_the_menu_records_and_finishes(self):
+        self.load()
         self.corvid.send(key="Alt")
         self.assertEqual(self.corvid.event("menu")["items"][3], "Tools and Preferences")
         self.corvid.send(type="tr")
@@ -159,6 +173,7 @@ class Walks(unittest.TestCase):
         self.assertEqual(self.corvid.end(), 0)
 
     def test_tab_words_are_listed_and_chosen(self):
+        self.load()
         self.corvid.line("#TAB {wren|quill}")
         self.corvid.line("#TAB")
         self.assertEqual(self.corvid.event("menu")["items"], ["wren", "quill"])

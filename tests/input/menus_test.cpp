@@ -113,6 +113,7 @@ TEST_F(MenuTest, AnItemThatIsNotBuiltSaysSoAndTheMenuStays) {
   TapAlt();
   Letter('F');
   EXPECT_EQ(Spoken().back(), "5 Corvid does not have this menu yet: File");
+  EXPECT_EQ(memory.effects.Of("notice"), Texts{"Corvid does not have this menu yet: File"});
   EXPECT_TRUE(menu.ListOpen);
   EXPECT_EQ(menu.CurrentMenu, "MAIN");
 }

@@ -62,7 +62,8 @@ void StartDetachedProgram(const std::string& program, const std::string& file, T
   const Words command = ProgramCommand(program, file, terminal, environment, exists);
   if (command.empty())
     throw Fault(FaultKind::FileNotFound,
-                "No program was found that can open " + file + "; it may be edited from outside");
+                "No program was found that can open " + file +
+                    " in a window of its own; #CONFIGURE Editor names one, and the file may be edited from outside");
   QStringList arguments;
   for (std::size_t i = 1; i < command.size(); ++i) arguments << QString::fromStdString(command[i]);
   if (!QProcess::startDetached(QString::fromStdString(command.front()), arguments))
