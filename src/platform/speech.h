@@ -31,10 +31,11 @@ class SpeechEngine {
 class ScreenReader {
  public:
   virtual ~ScreenReader() = default;
-  virtual bool Start() = 0;  // false when no screen reader or speech service answers
-  virtual std::string Problem() const = 0;
-  // interrupt true drops what this channel still has to say before text is queued; an empty text with interrupt is
-  // only the stop. channel 1 to 6.
+  virtual bool Start() = 0;                 // false when no screen reader or speech service answers
+  virtual std::string Problem() const = 0;  // empty while it works, also when it was found only after Start
+  // Never waits. Where Start has failed, the service is looked for again now and then, and what is said until it is
+  // found is lost. interrupt true drops what this channel still has to say before text is queued; an empty text with
+  // interrupt is only the stop. channel 1 to 6.
   virtual void Say(int16 channel, const std::string& text, bool interrupt) = 0;
 };
 

@@ -65,7 +65,8 @@ void Speech::Speak(const std::string& textstring, int16 tSpeechType, int16 voice
   const int16 channel = voicetype < 0 ? FirstVoice : voicetype;
   switch (IsChannel(channel) ? EffectiveType(tSpeechType < 0 ? type_ : tSpeechType) : speechtype::None) {
     case speechtype::ScreenReader:
-      if (ReaderReady()) platform_.screenReader.Say(channel, text, false);
+      ReaderReady();  // one that is not there is told, and looked for again by what is said to it
+      platform_.screenReader.Say(channel, text, false);
       break;
     case speechtype::Engine:
       if (EngineReady()) platform_.speechEngine.Speak(channel, text);
@@ -79,7 +80,7 @@ void Speech::Speak(const std::string& textstring, int16 tSpeechType, int16 voice
 void Speech::StopSpeech() {
   for (int16 channel = 1; channel <= Channels; ++channel) {
     if (EffectiveType(type_) == speechtype::ScreenReader) {
-      if (reader_ == Readiness::Ready) platform_.screenReader.Say(channel, "", true);
+      if (reader_ != Readiness::Untried) platform_.screenReader.Say(channel, "", true);
     } else if (engine_ == Readiness::Ready) {
       platform_.speechEngine.Purge(channel);
     }
@@ -89,7 +90,7 @@ void Speech::StopSpeech() {
 void Speech::StopSpeaking(int16 window) {
   if (!IsChannel(window)) return;
   const int16 type = EffectiveType(speech_.SpeechType[Slot(window)]);
-  if (type == speechtype::ScreenReader && reader_ == Readiness::Ready) platform_.screenReader.Say(window, "", true);
+  if (type == speechtype::ScreenReader && reader_ != Readiness::Untried) platform_.screenReader.Say(window, "", true);
   if (type == speechtype::Engine && engine_ == Readiness::Ready) platform_.speechEngine.Purge(window);
 }
 
@@ -130,7 +131,8 @@ int16 Speech::WorkingType() {
 }
 
 // An engine without a sound device is looked for again while there is something to say: a player who plugs in
-// headphones later is to hear it. The screen reader is not, since it may keep the program waiting.
+// headphones later is to hear it. The screen reader is not started again here, since that may keep the program waiting:
+// it looks for its service by itself when there is something to say.
 bool Speech::StartEngine() {
   if (engine_ == Readiness::Ready) return true;
   const std::int64_t now = platform_.clock.MonotonicMilliseconds();
@@ -146,6 +148,9 @@ bool Speech::StartEngine() {
 bool Speech::StartReader() {
   if (reader_ == Readiness::Untried) {
     reader_ = platform_.screenReader.Start() ? Readiness::Ready : Readiness::Failed;
+  } else if (reader_ == Readiness::Failed && platform_.screenReader.Problem().empty()) {
+    reader_ = Readiness::Ready;
+    if (wantedType_ == speechtype::ScreenReader) type_ = speechtype::ScreenReader;
   }
   return reader_ == Readiness::Ready;
 }

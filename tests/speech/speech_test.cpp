@@ -216,6 +216,34 @@ TEST(NoVoice, AnEngineThatComesLaterIsFoundWithoutAWord) {
   EXPECT_EQ(house.Told("notice"), Texts());
 }
 
+TEST(NoVoice, AReaderThatComesLaterIsFoundWithoutAWord) {
+  SpeechHouse house;
+  house.AllChannels(1);
+  house.mem.speech.Works = false;
+  house.speech.TTSSetup(1);
+  house.mem.effects.Clear();
+  house.speech.SpeakOut("too early", 1, 0);
+  EXPECT_EQ(house.Told("say"), Texts());
+  EXPECT_EQ(house.speech.ChosenType(), speechtype::None);
+  house.mem.speech.Works = true;  // the speech service is there now
+  house.speech.SpeakOut("text", 1, 0);
+  house.speech.Speak("more", -1, 1);
+  EXPECT_EQ(house.Told("say"), Texts({"1 text", "1 more"}));
+  EXPECT_EQ(house.speech.ChosenType(), speechtype::ScreenReader);
+  EXPECT_EQ(house.Told("notice"), Texts());
+}
+
+TEST(NoVoice, ATextThatALateReaderHasBegunCanBeStopped) {
+  SpeechHouse house;
+  house.AllChannels(1);
+  house.mem.speech.Works = false;
+  house.speech.TTSSetup(1);
+  house.speech.SpeakOut("text", 1, 0);
+  house.mem.speech.Works = true;
+  house.speech.StopSpeaking(1);
+  EXPECT_EQ(house.Told("silence"), Texts({"1"}));
+}
+
 TEST(NoVoice, AnEngineThatComesLaterIsNotChosenForAReader) {
   SpeechHouse house;
   house.AllChannels(3);

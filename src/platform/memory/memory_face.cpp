@@ -164,7 +164,7 @@ void MemorySpeech::Speak(int16 voice, const std::string& text) {
 }
 
 void MemorySpeech::Say(int16 channel, const std::string& text, bool interrupt) {
-  if (!Lives()) return;
+  if (!Works || !Lives()) return;
   if (interrupt) effects_.Add("silence", std::to_string(channel));
   if (!text.empty()) effects_.Add("say", std::to_string(channel) + " " + text);
 }
