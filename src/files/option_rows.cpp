@@ -21,6 +21,7 @@ constexpr std::string_view TruthMessage = "Parameter 2 must be either of the key
 constexpr std::string_view ColourMessage =
     "Valid colour names are: Standard, Black, White, Blue, Red, green, yellow, cyan, magenta";
 constexpr std::string_view ArtMessage = "Remove Ascii Art must be 0, 1, or 2";
+constexpr std::string_view LineEndMessage = "A line end can not be used as this character";
 constexpr int32 PlainWindowSize = 30;  // what a viewport holds while colour display is off
 
 constexpr OptionRow TruthRow(std::string_view keyword, bool State::*field, std::string_view standard, int16 order,
@@ -29,7 +30,7 @@ constexpr OptionRow TruthRow(std::string_view keyword, bool State::*field, std::
 }
 constexpr OptionRow CharacterRow(std::string_view keyword, char State::*field, std::string_view standard, int16 order,
                                  std::string_view words, Form form = Form::EscapedBraces) {
-  return {keyword, Character, field, standard, "", 0, 0, "", Effect::None, order, words, form};
+  return {keyword, Character, field, standard, LineEndMessage, 0, 0, "", Effect::None, order, words, form};
 }
 constexpr OptionRow TextRow(std::string_view keyword, std::string State::*field, std::string_view standard, int16 order,
                             std::string_view words, Form form, OptionType type = Text) {
@@ -133,6 +134,13 @@ std::string TestArt(const OptionRow& row, const std::string& text, OptionValue& 
   return "";
 }
 
+// No script with a line end for one of its characters could be read again: lines are told apart first.
+std::string TestCharacter(const OptionRow& row, const std::string& text, OptionValue& value) {
+  if (text.starts_with('\r') || text.starts_with('\n')) return std::string(row.BadType);
+  value.Text = text.empty() ? " " : text.substr(0, 1);
+  return "";
+}
+
 void SetField(const OptionRow& row, const OptionValue& value, OptionsState& options) {
   if (const auto* text = std::get_if<std::string State::*>(&row.Field)) {
     options.*(*text) = value.Text;
@@ -147,12 +155,15 @@ void SetField(const OptionRow& row, const OptionValue& value, OptionsState& opti
   }
 }
 
+// How the usual line ends stand in the saved file.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> TerminatorWords{
+    {{"%CR", "\r"}, {"%CRLF", "\r\n"}, {"%LF", "\n"}, {"%CHAR()", ""}}};
+
 std::string TerminatorText(std::string_view terminator) {
-  if (terminator == "\r") return " %cr";
-  if (terminator == "\r\n") return " %crlf";
-  if (terminator == "\n") return " %lf";
-  if (terminator.empty()) return " %char()";
   std::string result = " ";
+  for (const auto& [words, ends] : TerminatorWords) {
+    if (terminator == ends) return result + Lower(words);
+  }
   for (const char c : terminator) result += "%char(" + std::to_string(static_cast<unsigned char>(c)) + ")";
   return result;
 }
@@ -160,6 +171,19 @@ std::string TerminatorText(std::string_view terminator) {
 // The first character is always escaped; nearly always it is the only one that needs it.
 std::string EscapedText(const std::string& text, const OptionsState& options) {
   return options.EscapeChar + text.substr(0, 1) + (text.empty() ? "" : ScriptValue(text.substr(1), options));
+}
+
+// A letter or a digit may be the escape or the variable character. In the words of a line such a letter stands in its
+// other case, which they are read in as well; a digit or a minus takes an escape.
+std::string Guarded(std::string_view words, const OptionsState& options) {
+  std::string result;
+  for (const char c : words) {
+    const bool sign = c == options.EscapeChar || c == options.VariableChar;
+    if (sign && (IsDigit(c) || c == '-')) result += options.EscapeChar;
+    const char other = UpperChar(c) == c ? Lower(std::string(1, c))[0] : UpperChar(c);
+    result += sign ? other : c;
+  }
+  return result;
 }
 
 std::string PlainText(const OptionRow& row, const OptionValue& value) {
@@ -200,8 +224,7 @@ std::string OptionTable::Test(const OptionRow& row, const std::string& text, Opt
       value.Text = Upper(row.Effect == Effect::ForegroundColour ? Trim(text) : text);
       return "";
     case Character:
-      value.Text = text.empty() ? " " : text.substr(0, 1);
-      return "";
+      return TestCharacter(row, text, value);
     case CharacterPair:
       value.Text = (text + "  ").substr(0, 2);
       return "";
@@ -237,8 +260,9 @@ OptionValue OptionTable::Read(const OptionRow& row, const OptionsState& options)
 bool OptionTable::ReadRawTerminator(std::string_view raw, std::string& terminator) {
   constexpr std::string_view start = "%CHAR(";
   std::string rest = Upper(TrimView(raw));
-  if (rest == "%CHAR()") {
-    terminator.clear();
+  for (const auto& [words, ends] : TerminatorWords) {
+    if (rest != words) continue;
+    terminator = ends;
     return true;
   }
   std::string codes;
@@ -260,7 +284,7 @@ bool OptionTable::ReadRawTerminator(std::string_view raw, std::string& terminato
 std::string OptionTable::SavedLine(const OptionRow& row, const OptionsState& options) {
   const OptionValue value = Read(row, options);
   const std::string escape(1, options.EscapeChar);
-  std::string line(row.SaveWords);
+  std::string line = Guarded(row.SaveWords, options);
   switch (row.Form) {
     case Form::EscapedBraces:
       return line + "{" + EscapedText(value.Text, options) + "}";
@@ -269,11 +293,11 @@ std::string OptionTable::SavedLine(const OptionRow& row, const OptionsState& opt
     case Form::Terminator:
       return line + TerminatorText(value.Text);
     case Form::PrintedNumber:
-      return line + PrintedNumber(value.Number);
+      return line + Guarded(PrintedNumber(value.Number), options);
     case Form::Braces:
       return line + "{" + ScriptValue(value.Text, options) + "}";
     case Form::Plain:
-      return line + PlainText(row, value);
+      return line + Guarded(PlainText(row, value), options);
     case Form::None:
       break;
   }

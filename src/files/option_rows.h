@@ -21,7 +21,7 @@ enum class OptionType {
   Number,        // numeric, within Minimum and Maximum where these differ
   Folder,        // an existing folder; never saved
   ArtLevel,      // 0, 1 or 2
-  Character,     // the first character of the value; a blank for an empty value
+  Character,     // the first character of the value, no line end; a blank for an empty value
   CharacterPair  // the first two, padded with a blank
 };
 
@@ -87,8 +87,9 @@ class OptionTable {
   static void Store(const OptionRow& row, const OptionValue& value, OptionsState& options);
   static OptionValue Read(const OptionRow& row, const OptionsState& options);
 
-  // "%char(10)" as the saved file writes an odd line terminator, tested before expansion, in any case; several may
-  // follow each other and "%char()" is an empty one. False when raw is something else; terminator is then untouched.
+  // "%crlf", "%cr", "%lf" or "%char(10)" as the saved file writes a line terminator, tested before expansion, in any
+  // case; several "%char" may follow each other and "%char()" is an empty one. False when raw is something else;
+  // terminator is then untouched.
   static bool ReadRawTerminator(std::string_view raw, std::string& terminator);
 
   // One line of the saved file, without the command character and the line end.

@@ -55,6 +55,42 @@ TEST(SavedOptions, OfAChangedRunAreThoseOfTheNext) {
   EXPECT_EQ(next.corvid.bufferState.BufferText[buffer::ErrorLog], "");
 }
 
+// A letter or a digit as a sign of the language stands in the words and values of the saved file itself.
+TEST(SavedOptions, WithAnySignOfTheLanguageAreThoseOfTheNextRun) {
+  const std::pair<const char*, char OptionsState::*> signs[] = {{"variable", &OptionsState::VariableChar},
+                                                                {"escape", &OptionsState::EscapeChar},
+                                                                {"command", &OptionsState::CommandChar},
+                                                                {"comment", &OptionsState::CommentChar},
+                                                                {"verbatim", &OptionsState::PassThruChar}};
+  for (const auto& [name, sign] : signs) {
+    for (char c = '!'; c <= '~'; ++c) {
+      if (std::string_view("{}%#~;:>@/").find(c) != std::string_view::npos) continue;  // fixed, or another sign already
+      SCOPED_TRACE(std::string(name) + " " + c);
+      MemoryPlatform mem;
+      PrepareDisk(mem);
+      std::string saved;
+      {
+        OneRun run(mem);
+        ASSERT_TRUE(run.Start());
+        OptionsState& options = run.corvid.optionsState;
+        options.SlowWalk = options.Explicit = options.ScriptReadOnly = options.ColourDisplay = true;
+        options.AutoLogin = options.EntryByLine = options.CompressOutput = false;
+        options.LogRetentionDays = 1234;
+        options.OutputWindowSize = 567890;
+        options.BackgroundColour = "MAGENTA";
+        options.LineTerminator = "\n";
+        options.*sign = c;
+        saved = run.Options();
+        ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
+      }
+      OneRun next(mem);
+      ASSERT_TRUE(next.Start());
+      EXPECT_EQ(next.Options(), saved);
+      EXPECT_EQ(next.corvid.bufferState.BufferText[buffer::ErrorLog], "");
+    }
+  }
+}
+
 TEST(SavedOptions, OfAnUntouchedRunAreThoseOfTheNext) {
   MemoryPlatform mem;
   PrepareDisk(mem);

@@ -24,6 +24,21 @@ TEST_F(ConfigureTest, ASavedOddTerminatorIsReadBeforeExpansion) {
   EXPECT_EQ(options.LineTerminator, "\n");
 }
 
+// No file with a line end for one of its signs could be read again.
+TEST_F(ConfigureTest, ALineEndIsNoSignOfTheLanguage) {
+  for (const char* keyword : {"CommandChar", "EscapeChar", "VariableChar", "CommentChar", "PassThruChar"}) {
+    for (const char* sign : {"\r", "\n", "\r\n"}) {
+      EXPECT_EQ(Set(std::string(keyword) + " {" + sign + "}"), "A line end can not be used as this character");
+    }
+    EXPECT_EQ(Set(std::string(keyword) + " %cr"), "A line end can not be used as this character");
+  }
+  EXPECT_EQ(options.CommandChar, '#');
+  EXPECT_EQ(options.EscapeChar, '~');
+  EXPECT_EQ(options.VariableChar, '@');
+  EXPECT_EQ(options.CommentChar, ';');
+  EXPECT_EQ(options.PassThruChar, '>');
+}
+
 TEST_F(ConfigureTest, TruthsTakeTheirWordsAndTheNumbersOfSavedFiles) {
   const std::pair<const char*, bool> words[] = {{"yes", true},  {"OFF", false},   {"On", true}, {"no", false},
                                                 {"TRUE", true}, {"false", false}, {"-1", true}, {"0", false}};

@@ -204,7 +204,10 @@ TEST(OptionRows, ReadARawTerminator) {
                       {"%char(1", false, ""},
                       {"%char(x)", false, ""},
                       {"%char(10)x", false, ""},
-                      {"%crlf", false, ""},
+                      {"%crlf", true, "\r\n"},
+                      {" %CR", true, "\r"},
+                      {"%lf ", true, "\n"},
+                      {"%crlfx", false, ""},
                       {"", false, ""}};
   for (const Raw& raw : raws) {
     SCOPED_TRACE(raw.Given);
