@@ -87,7 +87,6 @@ std::span<const PunctuationRow> PunctuationTable() {
 }
 
 std::string SpokenCharacter(std::string_view character) {
-  if (character.starts_with('\r') || character.starts_with('\n')) return "new line";
   for (const PunctuationRow& row : Rows) {
     if (row.Text == character) return Spoken(row);
   }

@@ -19,7 +19,7 @@ struct PunctuationRow {
 inline constexpr int16 ShiftedKey = 1000;
 
 std::span<const PunctuationRow> PunctuationTable();
-// The spoken name of a character (one whole UTF-8 character, or a line break), or the character itself.
+// The spoken name of a character (one whole UTF-8 character), or the character itself.
 std::string SpokenCharacter(std::string_view character);
 // What a key types: Shift 0 or 1. Empty when the table has no such key.
 std::string TypedCharacter(int16 KeyCode, int16 Shift);

@@ -36,9 +36,8 @@ bool ReadByScreenReader(int16 type) {
   return type == speechtype::ScreenReader || type == alsoReader || type == alsoReaderToo;
 }
 
-// Bytes of what is spelled at once: a character, or a line break.
-std::size_t SpelledLength(std::string_view text, std::size_t place) {
-  return text.substr(place).starts_with("\r\n") ? 2 : CharLength(text, place);
+bool IsLineBreak(std::string_view text) {
+  return text.starts_with('\r') || text.starts_with('\n');
 }
 
 template <typename Work>
@@ -205,12 +204,11 @@ void Speech::RepeatLastThingSpoken() {
 
 void Speech::SpellLastThingSpoken() {
   const std::string kept = speech_.LastSpoken;
-  // The end of its line is no character that a player has heard.
-  const std::string text = kept.substr(0, kept.find_last_not_of("\r\n") + 1);
-  for (std::size_t place = 0; place < text.size();) {
-    const std::size_t length = SpelledLength(text, place);
+  for (std::size_t place = 0; place < kept.size();) {
+    const std::size_t length = CharLength(kept, place);
     StopSpeech();
-    Speak(SpokenCharacter(std::string_view(text).substr(place, length)), ByTheChosenWay, Channel::Incoming);
+    // Kept: the codes of its line end are characters too, which pass without a word.
+    Speak(SpokenCharacter(std::string_view(kept).substr(place, length)), ByTheChosenWay, Channel::Incoming);
     place += length;
     if (WaitForKey(SpellingPause)) break;
   }
@@ -220,9 +218,12 @@ void Speech::SpellLastThingSpoken() {
 void Speech::SpellWord(const std::string& phrase, int16 WType) {
   const std::string kept = speech_.LastSpoken;
   for (std::size_t place = 0; place < phrase.size();) {
-    const std::size_t length = SpelledLength(phrase, place);
+    const std::string_view left = std::string_view(phrase).substr(place);
+    // A caret that passes a line break would otherwise answer with silence.
+    const bool lineBreak = IsLineBreak(left);
+    const std::size_t length = left.starts_with("\r\n") ? 2 : CharLength(phrase, place);
     StopSpeaking(WType);
-    SpeakOut(SpokenCharacter(std::string_view(phrase).substr(place, length)), WType, 0);
+    SpeakOut(lineBreak ? "new line" : SpokenCharacter(left.substr(0, length)), WType, 0);
     place += length;
     if (place < phrase.size() && WaitForKey(SpellingPause)) break;
   }

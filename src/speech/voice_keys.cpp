@@ -104,7 +104,9 @@ void VoiceKeys::Adjust(const Adjuster& adjuster, int16& value) {
     const bool towardsMore =
         adjuster.UpRaises ? way == Way::Up || way == Way::Right : way == Way::Down || way == Way::Left;
     const int wanted = value + (towardsMore ? adjuster.Step : -adjuster.Step);
-    value = static_cast<int16>(std::clamp<int>(wanted, adjuster.Least, adjuster.Most));
+    const auto next = static_cast<int16>(std::clamp<int>(wanted, adjuster.Least, adjuster.Most));
+    if (next == value) continue;  // a limit: there is nothing new to hear
+    value = next;
     (platform_.speechEngine.*adjuster.Set)(Channel::Incoming, value);
     speech_.StopSpeech();
     Say(adjuster.Sample);

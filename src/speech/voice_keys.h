@@ -19,9 +19,9 @@ class VoiceKeys {
   VoiceKeys(Speech& speech, KeyboardState& keyboard, Platform& platform, Upcalls& upcalls)
       : speech_(speech), keyboard_(keyboard), platform_(platform), upcalls_(upcalls) {}
 
-  // Each tries out one setting of channel 1's voice: keys raise and lower it, and a sample is heard each time. Enter or
-  // Escape ends it; the argument receives the setting reached. They do nothing unless the engine is the kind of speech
-  // that was chosen. All keys are theirs meanwhile. Pump events.
+  // Each tries out one setting of channel 1's voice: keys raise and lower it, and a sample is heard after each change.
+  // Enter or Escape ends it; the argument receives the setting reached. They do nothing unless the engine is the kind
+  // of speech that was chosen. All keys are theirs meanwhile. Pump events.
   void AdjustVoice(int16& CurrentVoice);    // row of the engine's list; without a voice the player is told
   void AdjustRate(int16& CurrentRate);      // -10 to 21
   void AdjustVolume(int16& CurrentVolume);  // 0 to 100

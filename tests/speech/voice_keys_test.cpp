@@ -133,29 +133,46 @@ TEST(VoiceKeys, StopAtTheirLimits) {
   EXPECT_EQ(voice, 2) << "three voices";
 }
 
-TEST(VoiceKeys, AKeyAtALimitIsAnsweredWithTheSampleToo) {
+TEST(VoiceKeys, TheSampleFollowsAChangeAlone) {
   const struct {
     void (VoiceKeys::*Adjust)(int16&);
     int16 Limit;
-    int16 Key;
+    int16 Out, In;  // keys that lead beyond the limit, and away from it
     const char* Sample;
-  } cases[] = {{&VoiceKeys::AdjustVolume, 100, keycode::Up, "1 Here is the new volume."},
-               {&VoiceKeys::AdjustVolume, 0, keycode::Down, "1 Here is the new volume."},
-               {&VoiceKeys::AdjustRate, 21, keycode::Right, "1 Here is the new rate."},
-               {&VoiceKeys::AdjustRate, -10, keycode::Left, "1 Here is the new rate."},
-               {&VoiceKeys::AdjustVoice, 2, keycode::Down, "1 Here is the current voice"},
-               {&VoiceKeys::AdjustVoice, 0, keycode::Up, "1 Here is the current voice"}};
+  } cases[] = {
+      {&VoiceKeys::AdjustVolume, 100, keycode::Up, keycode::Down, "1 Here is the new volume."},
+      {&VoiceKeys::AdjustVolume, 0, keycode::Down, keycode::Up, "1 Here is the new volume."},
+      {&VoiceKeys::AdjustRate, 21, keycode::Right, keycode::Left, "1 Here is the new rate."},
+      {&VoiceKeys::AdjustRate, -10, keycode::Left, keycode::Right, "1 Here is the new rate."},
+      {&VoiceKeys::AdjustVoice, 2, keycode::Down, keycode::Up, "1 Here is the current voice"},
+      {&VoiceKeys::AdjustVoice, 0, keycode::Up, keycode::Down, "1 Here is the current voice"},
+  };
   for (const auto& at : cases) {
     VoiceKeysHouse house;
     int16 value = at.Limit;
-    house.WillAndEnter({at.Key, at.Key});
+    house.WillAndEnter({at.Out, at.Out});
+    (house.voiceKeys.*at.Adjust)(value);
+    EXPECT_EQ(value, at.Limit) << at.Sample;
+    EXPECT_EQ(house.Told("speech").size(), 1u) << "the question alone, " << at.Sample << at.Limit;
+    EXPECT_EQ(house.Told("silence").size(), 0u) << "nothing is said, so nothing is stopped";
+    house.mem.effects.Clear();
+    house.WillAndEnter({at.Out, at.In, at.Out, at.Out});
     (house.voiceKeys.*at.Adjust)(value);
     EXPECT_EQ(value, at.Limit) << at.Sample;
     const Texts said = house.Told("speech");
-    ASSERT_EQ(said.size(), 3u) << at.Sample << at.Limit;
+    ASSERT_EQ(said.size(), 3u) << "there and back, " << at.Sample << at.Limit;
     EXPECT_EQ(said[1], at.Sample);
-    EXPECT_EQ(said[2], at.Sample) << "a player hears that the key has arrived";
+    EXPECT_EQ(said[2], at.Sample);
   }
+}
+
+TEST(VoiceKeys, AValueBeyondItsLimitsComesBackAtTheFirstKey) {
+  VoiceKeysHouse house;
+  int16 volume = 120;
+  house.WillAndEnter({keycode::Up, keycode::Up});
+  house.voiceKeys.AdjustVolume(volume);
+  EXPECT_EQ(volume, 100);
+  EXPECT_EQ(house.Told("speech").size(), 2u) << "one sample";
 }
 
 TEST(VoiceKeys, EscapeEndsAnAdjusterToo) {
@@ -276,7 +293,10 @@ TEST(LastThing, IsSpelledWithAPauseBehindEachCharacter) {
   house.mem.effects.Clear();
   house.state.LastSpoken = "\xC3\xA9\r\n!\r\n";
   house.speech.SpellLastThingSpoken();
-  EXPECT_EQ(house.Told("speech"), Texts({"1 \xC3\xA9", "1 new line", "1 exclaim"})) << "the line end is not spelled";
+  EXPECT_EQ(house.Told("speech"), Texts({"1 \xC3\xA9", "1 \r", "1 \n", "1 exclaim", "1 \r", "1 \n"}))
+      << "each character, and what has no name as itself";
+  EXPECT_EQ(house.mem.clock.MonotonicMilliseconds(), 1200 + 6 * 400);
+  EXPECT_EQ(house.state.LastSpoken, "\xC3\xA9\r\n!\r\n");
 }
 
 TEST(LastThing, SpellingEndsAtAKey) {
