@@ -45,6 +45,11 @@ bool ReadNumber(const std::string& text, int16& number) {
   }
 }
 
+// False for another layout; a Fault when the disk refuses.
+bool ReadSettings(const Files& files, const OptionsState& options, SpeechState& speech) {
+  return SpeechSettings::FromFileText(Scramble(files.ReadWhole(options.UserDataFolder + SpeechFile)), speech);
+}
+
 }  // namespace
 
 bool SpeechSettings::StartSpeech() {
@@ -58,7 +63,11 @@ bool SpeechSettings::StartSpeech() {
 }
 
 void SpeechSettings::UseSavedSpeech() {
-  if (HasSpeechFile() && ReadSpeech() == Reading::Done) voices_.SpeakWhateverWorks(false);
+  try {
+    if (HasSpeechFile() && ReadSettings(platform_.files, options_, speech_)) voices_.SpeakWhateverWorks(false);
+  } catch (const Fault&) {
+    // Told when speech itself is started: once is enough.
+  }
 }
 
 bool SpeechSettings::ChooseOnFirstRun() {
@@ -121,8 +130,7 @@ bool SpeechSettings::HasSpeechFile() const {
 SpeechSettings::Reading SpeechSettings::ReadSpeech() {
   if (!HasSpeechFile()) return Reading::Missing;
   try {
-    const std::string text = Scramble(platform_.files.ReadWhole(options_.UserDataFolder + SpeechFile));
-    return FromFileText(text, speech_) ? Reading::Done : Reading::Missing;
+    return ReadSettings(platform_.files, options_, speech_) ? Reading::Done : Reading::Missing;
   } catch (const Fault& fault) {
     upcalls_.errors.UnknownError(fault.what(), "ReadSpeech", {options_.UserDataFolder + SpeechFile});
     return Reading::Refused;

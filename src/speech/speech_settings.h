@@ -27,7 +27,7 @@ class SpeechSettings {
   bool StartSpeech();
 
   // Before the speech part of the start: lets what is said until then be heard the way the player has saved, and
-  // through whatever works where nothing is saved.
+  // through whatever works where nothing is saved, or nothing that can be read.
   void UseSavedSpeech();
 
   enum class Reading { Done, Missing, Refused };

@@ -178,6 +178,8 @@ TEST(StartSpeech, DoesNotReplaceAFileThatCannotBeRead) {
   house.mem.files.Fail = [](const std::string& operation, const std::string&) {
     return operation == "read" ? "Permission denied" : "";
   };
+  house.settings.UseSavedSpeech();
+  EXPECT_EQ(house.Told("unknownerror"), Texts{}) << "what is not heard yet is told by the step that follows";
   EXPECT_TRUE(house.settings.StartSpeech());
   EXPECT_EQ(house.Told("unknownerror"), Texts({"ReadSpeech: /data/speech.ini: Permission denied"}));
   house.mem.files.Fail = nullptr;
