@@ -25,7 +25,9 @@ SUDO = TOOL + '"$@"\n'
 CMAKE = TOOL + """mkdir -p build/release; touch build/release/build.ninja
 echo "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" > build/release/CMakeCache.txt
 """
-NINJA = TOOL + """[ -z "$NINJA_FAILS" ] || { echo "[ 4%] Building"; echo "a.cpp:1: error: no such thing"; exit 1; }
+NINJA = TOOL + """[ -z "$NINJA_STOPPED" ] || { echo "[ 4%] Building"; kill -INT 0; exit 1; }
+[ -z "$NINJA_DIES" ] || { echo "[ 4%] Building"; echo "Killed"; exit 137; }
+[ -z "$NINJA_FAILS" ] || { echo "[ 4%] Building"; echo "a.cpp:1: error: no such thing"; exit 1; }
 for percent in 4 20 50 99 100; do printf '[%3d%%] Building\\n' $percent; done
 mkdir -p "$2/src/app"
 printf '#!/bin/bash\\necho "started $*"\\nexit 3\\n' > "$2/src/app/corvid"; chmod +x "$2/src/app/corvid"
@@ -61,7 +63,7 @@ class Play(unittest.TestCase):
         for name in [name for name, value in surroundings.items() if value is None]:
             surroundings.pop(name)
         return subprocess.run([self.tree / "play", *arguments], capture_output=True, text=True, cwd=self.top,
-                              stdin=subprocess.DEVNULL,
+                              stdin=subprocess.DEVNULL, start_new_session=True,
                               env={"PATH": f"{self.tools}:/usr/bin:/bin", "CALLS": str(self.calls),
                                    "INSTALLED": str(self.installed), **surroundings})
 
@@ -121,6 +123,18 @@ class Play(unittest.TestCase):
         self.assertIn("a.cpp:1: error: no such thing", done.stderr)
         self.assertIn("Corvid could not be built.", done.stderr)
         self.assertNotIn("started", done.stdout)
+
+    def test_a_build_that_names_no_error_is_told_by_its_last_words(self):
+        done = self.play(NINJA_DIES="1")
+        self.assertEqual(1, done.returncode)
+        self.assertIn("Killed\nCorvid could not be built. Above is what stopped it", done.stderr)
+
+    def test_a_build_that_the_player_stops_points_to_nothing_above(self):
+        done = self.play(NINJA_STOPPED="1")
+        self.assertEqual(1, done.returncode)
+        self.assertEqual("The build was stopped before it was ready. Run ./play again to go on with it.\n", done.stderr)
+        self.assertNotIn("started", done.stdout)
+        self.assertEqual(3, self.play().returncode)
 
     def test_progress_is_a_few_short_lines(self):
         self.assertEqual(["Building Corvid. The first time this takes a few minutes.", "20 percent", "50 percent",
