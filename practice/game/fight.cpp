@@ -36,11 +36,11 @@ void BeastFalls(GameState& state, Connection& who, std::size_t foe, Millis now) 
   SendRoom(state, self.Room, who.Id, Paint(ink::Person, who.Name) + " has slain " + The(kind) + ".");
   self.Points += kind.Points;
   SendSound(who, "ding.wav");
-  SendLine(who, "You gain " + std::to_string(kind.Points) + " points.");
+  SendLine(who, "You gain " + Counted(kind.Points, "point") + ".");
   if (kind.Gold > 0) {
     self.Gold += kind.Gold;
     SendSound(who, "coin.wav");
-    SendLine(who, "You find " + std::to_string(kind.Gold) + " gold pieces.");
+    SendLine(who, "You find " + Counted(kind.Gold, "gold piece") + ".");
   }
   const int item = FindItemKind(kind.Leaves);
   auto& here = state.RoomItems[static_cast<std::size_t>(kind.Room)];

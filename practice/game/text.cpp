@@ -107,6 +107,10 @@ std::string Joined(const std::vector<std::string>& parts) {
   return text;
 }
 
+std::string Counted(int count, std::string_view noun) {
+  return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
 int ParseCount(std::string_view text, int limit) {
   if (text.empty()) return -1;
   int value = 0;

@@ -41,6 +41,7 @@ std::string Trimmed(std::string_view text);      // without blanks at both ends
 std::string TakeWord(std::string& text);         // cuts the first word and the blanks behind it off text
 bool StartsWith(std::string_view text, std::string_view start);  // case-blind; an empty start is never one
 std::string Joined(const std::vector<std::string>& parts);       // "a, b and c"
+std::string Counted(int count, std::string_view noun);           // "1 coin", "2 coins"
 // A whole number from 0 to limit, or -1 for anything else.
 int ParseCount(std::string_view text, int limit);
 

@@ -38,7 +38,7 @@ bool TakeUp(Turn& turn, int item) {
   if (Kind(item).For == Use::Gold) {
     turn.Self.Gold += Kind(item).Strength;
     SendSound(turn.Who, "coin.wav");
-    SendLine(turn.Who, "You pick up " + std::to_string(Kind(item).Strength) + " gold pieces.");
+    SendLine(turn.Who, "You pick up " + Counted(Kind(item).Strength, "gold piece") + ".");
     return true;
   }
   if (turn.Self.Carried.size() >= MostCarried) {
@@ -227,7 +227,7 @@ void Sell(Turn& turn) {
 }
 
 void Gold(Turn& turn) {
-  SendLine(turn.Who, "You have " + std::to_string(turn.Self.Gold) + " gold pieces.");
+  SendLine(turn.Who, "You have " + Counted(turn.Self.Gold, "gold piece") + ".");
 }
 
 int ArmourOf(const Player& player) {

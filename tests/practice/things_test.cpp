@@ -73,6 +73,16 @@ TEST(ThingsTest, GoldIsPickedUpAtOnce) {
 )");
 }
 
+TEST(ThingsTest, OnePieceIsOne) {
+  Play(1, R"(
+> e
+> buy sword
+= You buy a short sword for 14 gold.
+> gold
+= You have 1 gold piece.
+)");
+}
+
 TEST(ThingsTest, WearWieldAndRemove) {
   Play(1, R"(
 > e
