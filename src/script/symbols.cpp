@@ -34,6 +34,12 @@ auto KeyIsFree(const ScriptState& state) {
   return [&state](int32 row) { return state.MacroKeyCodes[row] == 0; };
 }
 
+int32 NamelessAlias(const ScriptState& state, OwnerId owner) {
+  for (int32 row = 1; row <= state.AliasCount; ++row)
+    if (IsBlank(state.AliasNames[row]) && (state.AliasOwners[row] == owner || state.AliasOwners[row] == 0)) return row;
+  return 0;
+}
+
 template <typename T>
 void MoveUp(Table<T>& column, int32 first, int32 last) {
   for (int32 row = last; row >= first; --row) column[row + 1] = std::move(column[row]);
@@ -77,7 +83,8 @@ void Symbols::AddVariable(std::string vName2, std::string VValue, OwnerId Owner,
 void Symbols::AddAlias(std::string aname2, std::string AValue, OwnerId Owner, std::string AClass, int16 ABuffer,
                        std::string AOriginalCommand, std::string&) {
   const std::string name = Upper(TrimView(aname2));
-  int32 row = FindAlias(name, Owner, false);
+  // A row without a name is passed over when names are looked up: it would never be met again.
+  int32 row = name.empty() ? NamelessAlias(state_, Owner) : FindAlias(name, Owner, false);
   if (row == 0) {
     const int16 count = state_.AliasCount;
     const int16 grown = AddInt16(count, 1);

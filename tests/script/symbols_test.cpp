@@ -155,6 +155,22 @@ TEST_F(Aliases, KeepTheirCaseAndStandSorted) {
   EXPECT_EQ(Value(symbols.FindAlias("BANK", 0, true)), "go bank");
 }
 
+TEST_F(Aliases, WithoutANameThereIsOneForEachOwner) {
+  Add("west", "go w");
+  for (const char* name : {"", "  ", ""}) {
+    Add(name, "first", 5);
+    Add(name, "second", 5);
+    Add(name, "other", 6);
+  }
+  EXPECT_EQ(state.AliasCount, 3);
+  Add("", "everybody's", 0);
+  EXPECT_EQ(state.AliasCount, 4);
+  EXPECT_EQ(symbols.FindAlias("", 5, false), 0) << "it cannot be called";
+  EXPECT_EQ(Value(symbols.FindAlias("west", 5, false)), "go w");
+  symbols.CompressCommand(windowtype::Aliases);
+  EXPECT_EQ(state.AliasCount, 1);
+}
+
 TEST_F(Aliases, BlanksAroundANameDoNotHideIt) {
   Add(" hail ", "one");
   EXPECT_EQ(state.AliasNames[1], " hail ");
