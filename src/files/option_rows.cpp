@@ -168,9 +168,21 @@ std::string TerminatorText(std::string_view terminator) {
   return result;
 }
 
-// The first character is always escaped; nearly always it is the only one that needs it.
+// The first character is always escaped; nearly always it is the only one that needs it. What follows is read while
+// some signs of the language are still the usual ones: a text that these would change has every character but line ends
+// escaped.
 std::string EscapedText(const std::string& text, const OptionsState& options) {
-  return options.EscapeChar + text.substr(0, 1) + (text.empty() ? "" : ScriptValue(text.substr(1), options));
+  const std::string rest = text.empty() ? "" : text.substr(1);
+  OptionsState usual;
+  OptionTable::SetDefaults(usual);
+  usual.EscapeChar = options.EscapeChar;
+  if (ScriptValue(rest, usual) == rest) return options.EscapeChar + text.substr(0, 1) + ScriptValue(rest, options);
+  std::string escaped;
+  for (const char c : text) {
+    if (c != '\r' && c != '\n') escaped += options.EscapeChar;
+    escaped += c;
+  }
+  return escaped;
 }
 
 // A letter or a digit may be the escape or the variable character. In the words of a line such a letter stands in its

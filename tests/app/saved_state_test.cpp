@@ -91,6 +91,28 @@ TEST(SavedOptions, WithAnySignOfTheLanguageAreThoseOfTheNextRun) {
   }
 }
 
+TEST(SavedOptions, WithSignsThatWereOthersBeforeAreThoseOfTheNextRun) {
+  MemoryPlatform mem;
+  PrepareDisk(mem);
+  std::string saved;
+  {
+    OneRun run(mem);
+    ASSERT_TRUE(run.Start());
+    OptionsState& options = run.corvid.optionsState;
+    options.VariableChar = '$';
+    options.EndOfLineCommentChar = "--";
+    options.CommandSeparator = "a@b";
+    options.SwitchSession = "a//b}\r\n $c";
+    saved = run.Options();
+    ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
+  }
+  OneRun next(mem);
+  ASSERT_TRUE(next.Start());
+  EXPECT_EQ(next.Options(), saved);
+  EXPECT_EQ(next.corvid.optionsState.CommandSeparator, "a@b");
+  EXPECT_EQ(next.corvid.optionsState.SwitchSession, "a//b}\r\n $c");
+}
+
 TEST(SavedOptions, OfAnUntouchedRunAreThoseOfTheNext) {
   MemoryPlatform mem;
   PrepareDisk(mem);
