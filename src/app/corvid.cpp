@@ -31,7 +31,7 @@ Corvid::Corvid(const Platform& outside)
       characters(sessionState, optionsState, platform, upcalls),
       output(scriptState, optionsState, sessionState, platform),
       logs(optionsState, sessionState, platform),
-      triggers(scriptState, optionsState, symbols, expansion, upcalls),
+      triggers(scriptState, optionsState, debugState, symbols, expansion, upcalls),
       soundLines(optionsState, sound, platform),
       receive(scriptState, optionsState, sessionState, output, logs, triggers, soundLines, platform, upcalls),
       sessions(scriptState, optionsState, sessionState, bufferState, symbols, scanner, buffers, saving, characters,
@@ -42,15 +42,18 @@ Corvid::Corvid(const Platform& outside)
       speech(speechState, keyboardState, platform),
       speechSettings(speechState, optionsState, dialog, speech, platform, upcalls),
       voiceKeys(speech, keyboardState, platform, upcalls),
+      debugger({debugState, scriptState, sessionState, expansion, expressions, receive, dialog, platform, upcalls,
+                [this] { MaintainVariables(); }}),
       menus({menuState, scriptState, optionsState, bufferState, sessionState, keyboardState, buffers, dialog, platform,
-             upcalls}),
+             upcalls, [this] { OpenDebugger(); }}),
       keyboard({scriptState, optionsState, bufferState, sessionState, speechState, keyboardState}, symbols, scanner,
                buffers, saving, timers, menus, platform, upcalls),
       errors(bufferState, scriptState, optionsState, platform, upcalls),
       alarms(controlState, scriptState, platform, upcalls),
-      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState, symbols,    scanner,
-             expansion,   expressions,  buffers,     sessions,     output,        logs,         alarms,     dataFiles,
-             platform,    upcalls,      speechState, speech,       menus,         sound,        musicState, music},
+      house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState, symbols,
+             scanner,     expansion,    expressions, buffers,      sessions,      output,       logs,
+             alarms,      dataFiles,    platform,    upcalls,      speechState,   speech,       menus,
+             sound,       musicState,   music,       debugger},
       dispatcher(house_),
       start({scriptState, optionsState, bufferState, sessionState, speechState, symbols, buffers, saving, userFolder,
              characters, output, logs, sessions, speechSettings, sound, platform, upcalls}) {
@@ -80,6 +83,16 @@ void Corvid::MaintainCharacters() {
       "The list of characters is not built yet. Type #CONNECT and the reference of a character, or start Corvid with "
       "--practice.",
       Channel::System, 0);
+}
+
+void Corvid::MaintainVariables() {
+  upcalls.prompter.MsgBox("The list of variables is not built yet.", box::OkOnly, "Corvid");  // PUMP
+}
+
+// From the menu no command is running that could have parameters.
+void Corvid::OpenDebugger() {
+  Parameters none;
+  debugger.DebugRoutine(none);  // PUMP
 }
 
 // The windows follow the options that hold afterwards.

@@ -36,6 +36,8 @@
 #include "speech/speech.h"
 #include "speech/speech_settings.h"
 #include "speech/voice_keys.h"
+#include "tools/debug_state.h"
+#include "tools/debugger.h"
 
 namespace corvid {
 
@@ -50,6 +52,8 @@ class Corvid : public Screens {
 
   // --- Screens ---
   void MaintainCharacters() override;
+  void MaintainVariables();
+  void OpenDebugger();
   int16 SelectScreenReader() override;
   void quit(bool Mandatory) override { start.quit(Mandatory); }
   void InitializeConfigs() override;
@@ -74,6 +78,7 @@ class Corvid : public Screens {
   ControlState controlState;
   ScriptFileState scriptFileState;
   MusicState musicState;
+  DebugState debugState;
 
  private:
   Switchboard switchboard_;
@@ -106,6 +111,7 @@ class Corvid : public Screens {
   Speech speech;
   SpeechSettings speechSettings;
   VoiceKeys voiceKeys;
+  Debugger debugger;
   Menus menus;
   Keyboard keyboard;
   Errors errors;

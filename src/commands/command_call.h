@@ -23,6 +23,7 @@ namespace corvid {
 class Alarms;
 class Buffers;
 class DataFiles;
+class Debugger;
 class Expansion;
 class ExpressionEvaluator;
 class Logs;
@@ -64,6 +65,7 @@ struct CommandHouse {
   Sound& sound;
   MusicState& musicState;
   Music& music;
+  Debugger& debugger;
 };
 
 // What comes after a command.

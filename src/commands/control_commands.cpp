@@ -8,6 +8,7 @@
 #include "script/expansion.h"
 #include "script/expression.h"
 #include "script/symbols.h"
+#include "tools/debugger.h"
 
 namespace corvid {
 
@@ -120,8 +121,10 @@ void handler::Abort(CommandCall& call) {
   call.next = Flow::Leave;
 }
 
-// Stops in the debugger. There is none that could be active.
-void handler::Break(CommandCall& /*call*/) {}
+void handler::Break(CommandCall& call) {
+  if (call.checkOnly()) return;
+  call.house.debugger.Break({call.P, call.part, call.current, call.rvar, call.owner});  // PUMP
+}
 
 void handler::Execute(CommandCall& call) {
   if (call.checkOnly()) return;

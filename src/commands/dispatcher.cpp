@@ -8,6 +8,7 @@
 #include "core/number.h"
 #include "core/text.h"
 #include "script/scanner.h"
+#include "tools/debugger.h"
 
 namespace corvid {
 
@@ -118,11 +119,15 @@ bool Dispatcher::Enter(Line& line) {
 }
 
 Flow Dispatcher::OneCommand(Line& line) {
-  const OwnerId owner = house_.script.SocketOwner[line.outchannel];
   int16 part = 0;
   house_.scanner.ParseCommand(line.current, part, line.P, line.ErrorDescription, line.rest, line.options);
   if (!line.ErrorDescription.empty()) return Flow::Leave;  // the scanner has told it
+  // What is only looked at does not run, so there is nothing to stop at.
+  if (house_.debugger.Active() && (line.options & option::CheckOnly) == 0) [[unlikely]]
+    house_.debugger.BeforeCommand(
+        {line.P, part, line.current, line.rvar, house_.script.SocketOwner[line.outchannel]});  // PUMP
 
+  const OwnerId owner = house_.script.SocketOwner[line.outchannel];
   CommandCall call{house_,    nullptr,         line.P, part,  line.options,   line.ErrorDescription,
                    line.rvar, line.outchannel, owner,  owner, line.inlineText};
   call.current = line.current;

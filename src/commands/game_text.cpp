@@ -12,12 +12,15 @@
 #include "sessions/output.h"
 #include "sessions/session.h"
 #include "sound/sound.h"
+#include "tools/debugger.h"
 
 namespace corvid {
 
 namespace {
 
 constexpr std::size_t RecordWarning = 10000;  // characters of a walk, from which on the player is warned
+
+constexpr const char* AliasBreak = "- [Alias Breakpoint]";
 
 bool NeedsExpansion(const std::string& text) {
   return text.find_first_of("@%") != std::string::npos;  // Kept: "@" whatever the variable character is.
@@ -111,12 +114,15 @@ bool GameText::RunAlias(CommandCall& call) {
   if (row == 0) return false;
   const std::string body = house_.script.AliasValues[row];
   const int16 definedIn = house_.script.AliasBuffers[row];
+  const bool stops = (house_.script.AliasFlags[row] & BreakpointFlag) != 0;
   if (name.front() == '.') {
+    if (stops) house_.debugger.Request(AliasBreak);
     CallWalk(call, body, backwards, definedIn);  // PUMP: row is dead
     return true;
   }
   Parameters arguments;
-  if (!AliasArguments(call, arguments)) return true;                                            // PUMP
+  if (!AliasArguments(call, arguments)) return true;  // PUMP
+  if (stops) house_.debugger.Request(AliasBreak);
   if (RunNested(call, body, arguments, call.outchannel, DepthBack::BeforeAborts)) return true;  // PUMP: row is dead
   if (call.next == Flow::Trace) house_.upcalls.errors.DisplayErrorFile(call.ErrorDescription, definedIn);
   return true;

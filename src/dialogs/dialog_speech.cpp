@@ -36,6 +36,12 @@ void GenDialog::SayControl(const std::string& text) {
   upcalls_.speaker.SpeakOut(text, Channel::System, ReadByWindow);
 }
 
+void GenDialog::SayRow(const DialogControl& list) {
+  SayControl(Row(list));
+  if (list.MultiSelect && list.ListIndex >= 0)
+    SayControl(list.Selected.at(static_cast<std::size_t>(list.ListIndex)) ? "selected" : "unselected");
+}
+
 void GenDialog::SpeakFocus(const DialogControl& control) {
   SayControl(control.Caption);
   switch (control.Kind) {
@@ -46,9 +52,7 @@ void GenDialog::SpeakFocus(const DialogControl& control) {
       SayControl(CurrentLine2(control.Text, control.SelStart + 1));
       break;
     case ControlKind::List:
-      SayControl(Row(control));
-      if (control.MultiSelect && control.ListIndex >= 0)
-        SayControl(control.Selected.at(static_cast<std::size_t>(control.ListIndex)) ? "selected" : "unselected");
+      SayRow(control);
       break;
     case ControlKind::Check:
       SayControl(CheckWord(control.Value));
@@ -65,7 +69,7 @@ void GenDialog::SpeakFocus(const DialogControl& control) {
 }
 
 void GenDialog::SpeakChange(const DialogControl& control) {
-  if (control.Kind == ControlKind::List) SayControl(Row(control));
+  if (control.Kind == ControlKind::List) SayRow(control);
   if (control.Kind == ControlKind::Scroll) SayControl(Percentage(control));
   if (control.Kind == ControlKind::Check) SayControl(CheckWord(control.Value));
   if (control.Kind == ControlKind::Option) SayControl(control.Value == 0 ? "unselected" : "selected");
@@ -90,6 +94,7 @@ void GenDialog::GDEvent(ControlKind Kind, int16 Index, DialogEvent Event, int16&
         return;
       }
       if (speech_.InterruptOwn[Channel::System] != 0) upcalls_.speaker.StopSpeaking(Channel::System);
+      if (PressByKey(Kind, KeyOrState, Shift)) return;
     }
     if (Event == DialogEvent::KeyUp && KeyOrState == keycode::Control && Shift == 0) upcalls_.speaker.StopSpeakingAll();
     if (Kind != ControlKind::Form) {

@@ -76,7 +76,8 @@ class GenDialog : public DialogEvents, public DialogJobs {
   void SpeakField(bool textControl, int16 index, int16 job) override;
 
   // The dispatcher: speaks what the player has met, then asks the dialog's handler. A fault there is reported and the
-  // dialog stays open.
+  // dialog stays open. A key that a button's caption ends with ("Step F8", "Find   Ctrl-F") presses that button,
+  // wherever the focus is.
   void GDEvent(ControlKind Kind, int16 Index, DialogEvent Event, int16& KeyOrState, int16& Shift);
 
  private:
@@ -87,11 +88,13 @@ class GenDialog : public DialogEvents, public DialogJobs {
   void SpeakFocus(const DialogControl& control);
   void SpeakChange(const DialogControl& control);
   void SayControl(const std::string& text);
+  void SayRow(const DialogControl& list);
   void SpeakKey(const DialogControl& field, int16 KeyCode, int16 Shift);
   void SpeakSpot(const DialogControl& field, int32 from, int32 to);
   void EchoTyped(int16 code);
   bool SpeaksEditing() const;
   void SelectOption(DialogControl& chosen);
+  bool PressByKey(ControlKind from, int16& KeyCode, int16 Shift);
 
   Platform& platform_;
   Upcalls& upcalls_;

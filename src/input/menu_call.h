@@ -2,6 +2,7 @@
 // What an item of a menu gets when it is chosen.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,7 @@ struct MenuHouse {
   GenDialog& dialog;
   Platform& platform;
   Upcalls& upcalls;
+  std::function<void()> DebugRoutine;  // the script debugger
 };
 
 // The list, as its items see it.
@@ -77,6 +79,9 @@ void UnPauseWalk(MenuCall& call);
 void IgnoreLast(MenuCall& call);
 void ToggleSlowWalk(MenuCall& call);
 std::string SlowWalkState(const MenuHouse& house);
+
+// TOOLS
+void Debug(MenuCall& call);
 
 // Lists of the moment
 void TabWord(MenuCall& call);    // puts the word into the entry, or with the Delete key takes it out of the tab words

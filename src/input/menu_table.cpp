@@ -23,7 +23,7 @@ constexpr std::array menuItems{
 
     MenuItem{Tools, "Record Commands/Speed Walk", AutoWalk},
     MenuItem{Tools, "SPEECH"},
-    MenuItem{Tools, "Debug"},
+    MenuItem{Tools, "Debug", "", menuitem::Debug},
     MenuItem{Tools, "Options"},
     MenuItem{Tools, "View User Data Folder Locations"},
     MenuItem{Tools, "Change Corvid datafile location"},

@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "script/expansion.h"
 #include "script/symbols.h"
+#include "tools/debug_state.h"
 
 namespace corvid {
 
@@ -85,10 +86,11 @@ class TriggerEngine::Lease {
   std::unique_ptr<Run> run_;
 };
 
-TriggerEngine::TriggerEngine(ScriptState& script, OptionsState& options, Symbols& symbols, Expansion& expansion,
-                             Upcalls& upcalls)
+TriggerEngine::TriggerEngine(ScriptState& script, OptionsState& options, DebugState& debug, Symbols& symbols,
+                             Expansion& expansion, Upcalls& upcalls)
     : script_(script),
       options_(options),
+      debug_(debug),
       symbols_(symbols),
       expansion_(expansion),
       upcalls_(upcalls),
@@ -218,12 +220,12 @@ TriggerEngine::Walk TriggerEngine::Carry(Run& run, int32 row) {
   const TriggerRecord& trigger = script_.Triggers.Read(row);
   const std::string action = trigger.Action;
   const int16 definedIn = trigger.Buffer;
+  const bool stops = (trigger.Flags & BreakpointFlag) != 0;
   LineVersions& line = *run.Line;
   Parameters params;
   TakeParameters(run, trigger, params);
   params.Set(0, line.PlainLine);
-  // Nothing stops at BreakpointFlag: only a debugger sets it, and the menu tells whoever looks for one that it is not
-  // there yet.
+  if (stops) RequestBreak(debug_, "- [Trigger Breakpoint]");
   script_.DefiningBuffer = definedIn;
   script_.CommandDepth = 0;
   int16 options = 0;

@@ -18,10 +18,12 @@ namespace corvid {
 
 class Expansion;
 class Symbols;
+struct DebugState;
 
 class TriggerEngine final : public LineTriggers {
  public:
-  TriggerEngine(ScriptState& script, OptionsState& options, Symbols& symbols, Expansion& expansion, Upcalls& upcalls);
+  TriggerEngine(ScriptState& script, OptionsState& options, DebugState& debug, Symbols& symbols, Expansion& expansion,
+                Upcalls& upcalls);
   ~TriggerEngine() override;
 
   bool Any() const override { return script_.TriggerCount > 0; }
@@ -46,6 +48,7 @@ class TriggerEngine final : public LineTriggers {
 
   ScriptState& script_;
   OptionsState& options_;
+  DebugState& debug_;
   Symbols& symbols_;
   Expansion& expansion_;
   Upcalls& upcalls_;

@@ -39,6 +39,8 @@
 #include "sound/music_state.h"
 #include "sound/sound.h"
 #include "speech/speech.h"
+#include "tools/debug_state.h"
+#include "tools/debugger.h"
 
 namespace corvid::test {
 
@@ -248,6 +250,7 @@ class CommandTest : public ::testing::Test {
   ControlState control;
   SpeechState voices;
   ScriptFileState scriptFileState;
+  DebugState debugState;
   Platform platform = memory.All();
   LateRunner runner;
   LateErrors lateErrors;
@@ -268,7 +271,7 @@ class CommandTest : public ::testing::Test {
   CharacterFile characters{sessions, options, platform, upcalls};
   OutputWindows windows{script, options, sessions, platform};
   Logs logs{options, sessions, platform};
-  TriggerEngine triggers{script, options, symbols, expansion, upcalls};
+  TriggerEngine triggers{script, options, debugState, symbols, expansion, upcalls};
   Sound sound{options, platform, upcalls, [](int16 highest) { return highest; }};
   MusicState musicState;
   Music music{musicState, script, sound, platform, upcalls};
@@ -281,10 +284,12 @@ class CommandTest : public ::testing::Test {
   Alarms alarms{control, script, platform, upcalls};
   MenuState menu;
   GenDialog dialog{platform, upcalls, voices};
-  Menus menus{{menu, script, options, buffers, sessions, keyboard, scriptFiles, dialog, platform, upcalls}};
-  CommandHouse house{script,    options,     buffers,     sessions,        keyboard, control, symbols,    scanner,
-                     expansion, expressions, scriptFiles, sessionRoutines, windows,  logs,    alarms,     dataFiles,
-                     platform,  upcalls,     voices,      speech,          menus,    sound,   musicState, music};
+  Menus menus{{menu, script, options, buffers, sessions, keyboard, scriptFiles, dialog, platform, upcalls, [] {}}};
+  Debugger debugger{{debugState, script, sessions, expansion, expressions, receive, dialog, platform, upcalls, [] {}}};
+  CommandHouse house{script,  options,    buffers,     sessions,    keyboard,        control, symbols,
+                     scanner, expansion,  expressions, scriptFiles, sessionRoutines, windows, logs,
+                     alarms,  dataFiles,  platform,    upcalls,     voices,          speech,  menus,
+                     sound,   musicState, music,       debugger};
   Dispatcher dispatcher{house};
   int16 LastOptions = 0;
   int16 LastChannel = 0;

@@ -53,7 +53,8 @@ class KeyboardTest : public SessionTest {
   SpeechState speech;
   MenuState menu;
   GenDialog dialog{platform, upcalls, speech};
-  Menus menus{{menu, script, options, buffers, state, keyboard, scriptFiles, dialog, platform, upcalls}};
+  Menus menus{{menu, script, options, buffers, state, keyboard, scriptFiles, dialog, platform, upcalls,
+               [this] { memory.effects.Add("screen", "debugger"); }}};
   Keyboard keys{{script, options, buffers, state, speech, keyboard},
                 symbols,
                 scanner,

@@ -118,9 +118,11 @@ TEST_F(MenuTest, AnItemThatIsNotBuiltSaysSoAndTheMenuStays) {
   EXPECT_EQ(menu.CurrentMenu, "MAIN");
 }
 
-TEST_F(MenuTest, WhoLooksForTheDebuggerIsToldThatThereIsNone) {
+TEST_F(MenuTest, TheDebuggerTakesThePlaceOfTheList) {
+  TapAlt();
   menus.MenuRoutine("TOOLS//DE");
-  EXPECT_EQ(Spoken(), Texts{"5 Corvid does not have this menu yet: Debug"});
+  EXPECT_EQ(memory.effects.Of("screen"), Texts{"debugger"});
+  EXPECT_FALSE(menu.ListOpen);
 }
 
 TEST_F(MenuTest, ASelectionCodeCountsTwoCharactersInAnyCase) {
