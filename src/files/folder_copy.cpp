@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Copying and searching folder trees: bounded, and never through a link.
+// Copying and searching folder trees, never through a link.
+#include <utility>
+
 #include "core/fault.h"
 #include "core/pattern.h"
 #include "core/text.h"
@@ -76,7 +78,7 @@ void UserFolder::MoveDataFolder(const std::string& source, const std::string& ta
       if (IsDataFile(name) && !SameText(name, StartScript)) CopyFile(name, source, target);
     }
     for (const std::string& name : platform_.files.FolderNames(source)) {
-      CopyFolderWhole(Inside(source, name), Inside(target, name), target, 1);
+      CopyFolderWhole(source, target, name);
     }
     // Last: a folder that has it counts as filled, so a copy that broke off is offered again by the next start.
     for (const std::string& name : names) {
@@ -88,23 +90,26 @@ void UserFolder::MoveDataFolder(const std::string& source, const std::string& ta
 }
 
 void UserFolder::CopyFile(const std::string& name, const std::string& source, const std::string& target) {
-  if (IsPrivateFile(name)) {
+  if (IsPrivateFile(name)) {  // a table that is read whole at each start
     platform_.files.WriteWhole(Inside(target, name), platform_.files.ReadWhole(Inside(source, name)), Privacy::Private);
   } else {
     platform_.files.Copy(Inside(source, name), Inside(target, name));
   }
 }
 
-// keepOut is the folder that all is copied to: where it lies within the source it is not copied into itself.
-void UserFolder::CopyFolderWhole(const std::string& source, const std::string& target, const std::string& keepOut,
-                                 int depth) {
-  const std::string from = platform_.files.Absolute(Inside(source, ""));
-  const std::string out = platform_.files.Absolute(Inside(keepOut, ""));
-  if (depth > MaxDepth || Inside(from, "") == Inside(out, "")) return;
-  platform_.files.CreateFolder(target);
-  for (const std::string& name : platform_.files.FileNames(source)) CopyFile(name, source, target);
-  for (const std::string& name : platform_.files.FolderNames(source)) {
-    CopyFolderWhole(Inside(source, name), Inside(target, name), keepOut, depth + 1);
+// The folders still to be copied stand in a list, so that their depth is bounded by what the system can name alone.
+// target is the folder that all is copied to: where it lies within the source it is not copied into itself.
+void UserFolder::CopyFolderWhole(const std::string& source, const std::string& target, const std::string& name) {
+  const std::string out = platform_.files.Absolute(Inside(target, ""));
+  std::vector<std::string> left{name};  // relative to both
+  while (!left.empty()) {
+    const std::string folder = std::move(left.back());
+    left.pop_back();
+    const std::string from = Inside(source, folder), to = Inside(target, folder);
+    if (Inside(platform_.files.Absolute(from + "/"), "") == Inside(out, "")) continue;
+    platform_.files.CreateFolder(to);
+    for (const std::string& file : platform_.files.FileNames(from)) CopyFile(file, from, to);
+    for (const std::string& inner : platform_.files.FolderNames(from)) left.push_back(Inside(folder, inner));
   }
 }
 

@@ -29,7 +29,7 @@ class UserFolder {
   void SetFolderVariables();
 
   // Copies the scripts, tables and settings of source (".set", ".mud", ".ini", in any case) over those of target, and
-  // each subfolder whole, MaxDepth levels deep. ErrorDescription names the first failure; copying ends there.
+  // each subfolder whole. Links to folders are left out. ErrorDescription names the first failure; copying ends there.
   void MoveDataFolder(const std::string& source, const std::string& target, std::string& ErrorDescription);
   // root and the folders below it that hold name, depth-first, each ending in "/". Links are not followed, and the walk
   // is bounded: at most MaxDepth levels and MaxFolders folders are looked at. May pump events.
@@ -50,7 +50,7 @@ class UserFolder {
   bool SearchOldFolder(std::string& found);
   bool CopyAsked(const std::string& source, const std::string& title, const std::string& done);
   void CopyFile(const std::string& name, const std::string& source, const std::string& target);
-  void CopyFolderWhole(const std::string& source, const std::string& target, const std::string& keepOut, int depth);
+  void CopyFolderWhole(const std::string& source, const std::string& target, const std::string& name);
   int16 Ask(const std::string& text, int16 buttons, const std::string& title);
 
   OptionsState& options_;

@@ -283,6 +283,38 @@ TEST(MoveDataFolder, NeverCopiesTheTargetIntoItself) {
   EXPECT_FALSE(house.mem.files.FolderExists("/home/Corvid/Corvid"));
 }
 
+TEST(MoveDataFolder, CopiesFoldersOfAnyDepth) {
+  FilesHouse house;
+  std::string deep;
+  for (int level = 0; level < 60; ++level) deep += "d/";
+  house.mem.files.Put("/old/start.set", "s");
+  house.mem.files.Put("/old/" + deep + "last.wav", "deep");
+  house.mem.files.Put("/old/a/one.txt", "1");
+  house.mem.files.Put("/old/a/b/two.txt", "2");
+  house.mem.files.Put("/old/a/c/three.txt", "3");
+  std::string error;
+  house.folder.MoveDataFolder("/old/", "/new/", error);
+  EXPECT_EQ(error, "");
+  EXPECT_EQ(house.File("/new/" + deep + "last.wav"), "deep");
+  EXPECT_EQ(house.File("/new/a/one.txt"), "1");
+  EXPECT_EQ(house.File("/new/a/b/two.txt"), "2");
+  EXPECT_EQ(house.File("/new/a/c/three.txt"), "3");
+}
+
+TEST(MoveDataFolder, AFolderThatCannotBeCopiedIsToldAndTheStartScriptStaysOut) {
+  FilesHouse house;
+  house.mem.files.Put("/old/start.set", "s");
+  house.mem.files.Put("/old/a/b/two.txt", "2");
+  house.mem.files.Fail = [](const std::string& operation, const std::string& path) {
+    return operation == "folder" && path.ends_with("/b") ? "File name too long" : "";
+  };
+  std::string error;
+  house.folder.MoveDataFolder("/old/", "/new/", error);
+  EXPECT_NE(error.find("File name too long"), std::string::npos);
+  EXPECT_FALSE(house.mem.files.FileExists("/new/start.set")) << "the copy is offered again";
+  EXPECT_EQ(house.File("/old/a/b/two.txt"), "2");
+}
+
 TEST(SetFolders, MakesThemAndTellsTheScripts) {
   FilesHouse house;
   house.options.AppFolder = "/app/";

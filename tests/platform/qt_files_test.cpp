@@ -290,6 +290,23 @@ TEST_F(PosixFilesTest, MissingFilesAndFoldersInTheirPlaceAreFaults) {
   EXPECT_EQ(KindOf([&] { files.ReadWhole(std::string("a\0b", 3)); }), FaultKind::BadFile);
 }
 
+TEST_F(PosixFilesTest, ACopyIsWholeOrNotThere) {
+  std::string large(200000, 'x');
+  for (std::size_t at = 0; at < large.size(); at += 7) large[at] = static_cast<char>(at);
+  files.WriteWhole(root + "large", large, Privacy::Shared);
+  files.WriteWhole(root + "old", "kept", Privacy::Shared);
+  files.Copy(root + "large", root + "copy");
+  EXPECT_EQ(files.ReadWhole(root + "copy"), large) << "it takes several pieces";
+  files.Copy(root + "copy", root + "copy");
+  EXPECT_EQ(files.ReadWhole(root + "copy"), large) << "onto itself";
+  ASSERT_EQ(mkfifo((root + "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(KindOf([&] { files.Copy(root + "pipe", root + "old"); }), FaultKind::BadFile);
+  EXPECT_EQ(KindOf([&] { files.Copy(root + "none", root + "old"); }), FaultKind::FileNotFound);
+  EXPECT_EQ(KindOf([&] { files.Copy(root + "old", root + "none/old"); }), FaultKind::PathNotFound);
+  EXPECT_EQ(files.ReadWhole(root + "old"), "kept");
+  EXPECT_EQ(files.FileNames(root), (std::vector<std::string>{"copy", "large", "old"}));
+}
+
 TEST_F(PosixFilesTest, CopyAndRemove) {
   files.WriteWhole(root + "a", "1", Privacy::Shared);
   files.Copy(root + "A", root + "b");

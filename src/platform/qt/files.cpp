@@ -23,6 +23,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr std::size_t PieceBytes = std::size_t{64} * 1024;
+
 bool Exists(const std::string& path) {
   struct stat facts {};
   return stat(path.c_str(), &facts) == 0;
@@ -90,11 +92,9 @@ class Replacement {
   ~Replacement() {
     if (!done_) unlink(beside_.c_str());
   }
-  void Fill(std::string_view bytes) {
-    file_.Write(bytes);
-    file_.Sync();
-  }
+  void Add(std::string_view bytes) { file_.Write(bytes); }
   void PutInPlace() {
+    file_.Sync();
     if (nameless_ >= 0) GiveName();
     file_.Close();
     if (rename(beside_.c_str(), path_.c_str()) != 0) FailFor(errno, path_);
@@ -139,6 +139,15 @@ std::string BehindLinks(const std::string& path) {
   std::error_code error;
   const fs::path target = fs::canonical(path, error);
   return error ? path : target.string();
+}
+
+Replacement ReplacementOf(const std::string& real, Privacy privacy) {
+  NeedFolderOf(real);
+  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
+  // A file that its owner made read-only is meant to stay, though its folder would let us replace it.
+  if (Exists(real) && access(real.c_str(), W_OK) != 0) FailFor(errno, real);
+  RemoveLeftovers(real);
+  return Replacement(real, ModeFor(real, privacy));
 }
 
 }  // namespace
@@ -210,7 +219,7 @@ std::string PosixFiles::ReadWhole(const std::string& path) const {
   std::string bytes;
   struct stat facts {};
   if (fstat(file.Number(), &facts) == 0 && facts.st_size > 0) bytes.reserve(static_cast<std::size_t>(facts.st_size));
-  std::vector<char> piece(std::size_t{64} * 1024);
+  std::vector<char> piece(PieceBytes);
   for (;;) {
     const ssize_t count = read(file.Number(), piece.data(), piece.size());
     if (count == 0) return bytes;
@@ -221,14 +230,8 @@ std::string PosixFiles::ReadWhole(const std::string& path) const {
 }
 
 void PosixFiles::WriteWhole(const std::string& path, std::string_view bytes, Privacy privacy) {
-  const std::string real = BehindLinks(Resolve(path));
-  NeedFolderOf(real);
-  if (IsFolder(real)) throw Fault(FaultKind::Permission, real + ": is a folder");
-  // A file that its owner made read-only is meant to stay, though its folder would let us replace it.
-  if (Exists(real) && access(real.c_str(), W_OK) != 0) FailFor(errno, real);
-  RemoveLeftovers(real);
-  Replacement replacement(real, ModeFor(real, privacy));
-  replacement.Fill(bytes);
+  Replacement replacement = ReplacementOf(BehindLinks(Resolve(path)), privacy);
+  replacement.Add(bytes);
   replacement.PutInPlace();
 }
 
@@ -265,7 +268,11 @@ void PosixFiles::Copy(const std::string& from, const std::string& to) {
   struct stat facts {};
   const bool known = stat(Resolve(from).c_str(), &facts) == 0;
   const bool shared = known && (facts.st_mode & static_cast<mode_t>(S_IRWXG | S_IRWXO)) != 0;
-  WriteWhole(to, ReadWhole(from), shared ? Privacy::Shared : Privacy::Private);
+  const std::unique_ptr<ReadFile> source = OpenRead(from);
+  Replacement copy = ReplacementOf(BehindLinks(Resolve(to)), shared ? Privacy::Shared : Privacy::Private);
+  // In pieces: a player's recordings may be larger than the memory.
+  for (std::string piece = source->Read(PieceBytes); !piece.empty(); piece = source->Read(PieceBytes)) copy.Add(piece);
+  copy.PutInPlace();
 }
 
 void PosixFiles::CreateFolder(const std::string& path) {
