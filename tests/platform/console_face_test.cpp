@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "core/keys.h"
+#include "core/text.h"
 #include "platform/qt/clock.h"
 #include "platform/qt/console_output.h"
 #include "platform/qt/program_start.h"
@@ -33,9 +34,11 @@ class EchoProgram : public FaceEvents, public DialogEvents {
   }
   void KeyDown(int16 KeyCode, int16 Shift) override {
     if (KeyCode == keycode::Tab) {
-      face.SetEntryLabel(++tabs < 3 ? "Script " + std::to_string(tabs) : "Entry");
+      if (++tabs == 3) entry.SetText("");
+      face.SetEntryLabel(tabs < 3 ? "Script " + std::to_string(tabs) : "Entry");
       return;
     }
+    if (KeyCode == keycode::F1) return shown.Append("By what name?");
     if (row >= 0 && KeyCode != 13) face.SelectListRow(1);
     if (KeyCode == 27 || KeyCode == 46) {
       face.CloseListMenu();
@@ -79,6 +82,8 @@ class EchoProgram : public FaceEvents, public DialogEvents {
     } else if (line.starts_with("window ")) {
       entry.SetText(line.substr(7) == "Entry" ? "" : "\r\nfirst error\r\nsecond error");
       face.SetEntryLabel(line.substr(7));
+    } else if (line == "word") {
+      entry.SetText("crow");
     } else if (line == "long window") {
       for (int i = 0; i < 400; ++i) entry.Append("line " + std::to_string(i) + "\r\n");
       face.SetEntryLabel("Script long.set");
@@ -207,6 +212,12 @@ TEST_F(ConsoleFaceTest, KeysArePressedByName) {
             "=== Corvid\nkey 17/2\nkey 116/2\n\"Nonsense\" is no key name.\nYou say: /key F1[31m\n");
 }
 
+TEST_F(ConsoleFaceTest, WhatWasPutIntoTheEntryLineIsShownOnce) {
+  const std::string told = "=== Corvid\nIn the entry line: crow\n(What you type comes behind it.)\n";
+  EXPECT_EQ(Run("word\n feather\n"), told + "You say: crow feather[31m\n");
+  EXPECT_EQ(Run("word\n\nword\n/key F5\n"), told + "You say: crow[31m\n" + told.substr(11) + "key 116/0\n");
+}
+
 TEST_F(ConsoleFaceTest, AListMenuIsNumberedAndARowIsNamed) {
   const std::string list =
       "=== Corvid\n--- Main menu ---\n1 File (chosen)\n2 Edit\n3 Find\n"
@@ -240,6 +251,22 @@ TEST_F(ConsoleFaceTest, AScriptWindowIsWrittenOutWithTheWayBack) {
   EXPECT_NE(text.find("...\nline "), std::string::npos) << text;
   EXPECT_NE(text.find("line 399\n" + back), std::string::npos);
   EXPECT_LT(text.size(), 2200U);
+}
+
+TEST_F(ConsoleFaceTest, NobodyTypesIntoAScriptUnawares) {
+  const std::string shown =
+      "=== Corvid\nTyping into: Script a.set\n\nfirst error\nsecond error\n"
+      "What you type goes into this window. /entry leads back to the entry line.\n";
+  const std::string went = "That line went into Script a.set. /entry leads back to the entry line.\n";
+  const std::string typing = "You are typing into Script a.set. /entry leads back to the entry line.\n";
+  EXPECT_EQ(Run("window Script a.set\nBob\nAnn\n"),
+            shown + "You say: \nfirst error\nsecond errorBob[31m\n" + went + "You say: Ann[31m\n" + went);
+  EXPECT_EQ(Replace(Run("window Script a.set\n/key F5\n/key F5\n/entry\n"), "key 17/2\n", ""),
+            shown + "key 116/0\n" + typing + "key 116/0\nTyping into: Entry\n")
+      << "once for what the game tells";
+  EXPECT_EQ(Replace(Run("window Script a.set\n/key F1\n/key F1\n/entry\n"), "key 17/2\n", ""),
+            shown + "By what name?\n" + typing + "By what name?\n" + typing + "Typing into: Entry\n")
+      << "and behind each prompt";
 }
 
 TEST_F(ConsoleFaceTest, TheEndOfAConnectionStandsOnALineOfItsOwn) {

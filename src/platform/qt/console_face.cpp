@@ -31,7 +31,8 @@ constexpr int MostWindows = 100;  // passed on the way back to the entry line
 // Prints what comes to the window that is shown, and what was missed of one that is shown anew.
 class WindowWatch : public TextObserver {
  public:
-  explicit WindowWatch(ConsoleOutput& output) : output_(output) {}
+  // came is set when something is shown.
+  WindowWatch(ConsoleOutput& output, bool& came) : output_(output), came_(came) {}
 
   // What the session shows next is about its end: it gets lines of its own, behind a prompt as before what comes after.
   void SessionClosed() { closing_ = true; }
@@ -39,6 +40,7 @@ class WindowWatch : public TextObserver {
   void TextInserted(const TextModel& model, int32, std::string_view text, int32, bool) override {
     const bool own = std::exchange(closing_, false);
     if (model.Visible()) {
+      came_ = true;
       own ? output_.Line(text) : output_.Stream(text);
       return;
     }
@@ -57,6 +59,7 @@ class WindowWatch : public TextObserver {
 
  private:
   ConsoleOutput& output_;
+  bool& came_;
   std::string missed_;
   bool closing_ = false;
 };
@@ -81,7 +84,10 @@ struct ConsoleFace::Parts {
                    [this] { return keys.Free() && !(hooks.JobDue && hooks.JobDue()) && wait.Over(); }}) {
     writable.setEnabled(false);
     auto* dispatcher = QAbstractEventDispatcher::instance();
-    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &context, [this] { Flush(); });
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &context, [this] {
+      TellWhereWeAre();
+      Flush();
+    });
     QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &context, [this] { Flush(); });
     QObject::connect(&writable, &QSocketNotifier::activated, &context, [this] { Flush(); });
   }
@@ -100,6 +106,7 @@ struct ConsoleFace::Parts {
   }
 
   void Handle(const std::string& line) {
+    TellWhereWeAre();
     output.Typed();
     if (dialog.IsOpen()) {
       dialog.Answer(line);
@@ -112,8 +119,38 @@ struct ConsoleFace::Parts {
     } else if (entry != nullptr) {
       ChangeFocus(MainFocus::Entry);
       const bool escaped = StartsWithText(line, "//key") || StartsWithText(line, "//entry");
-      keys.EnterLine(*entry, escaped ? line.substr(1) : line);
+      const std::string window = entryLabel;
+      const bool intoScript = window != EntryName && !entry->Locked();
+      keys.EnterLine(*entry, escaped ? line.substr(1) : line);  // PUMP
+      if (intoScript && window == entryLabel) TellWayBack("That line went into " + window);
     }
+  }
+
+  // Before the player is waited for: what he types next may go elsewhere than he thinks.
+  void TellWhereWeAre() {
+    const bool since = std::exchange(came, false);
+    if (entry == nullptr || dialog.IsOpen() || menu.IsOpen()) return;
+    if (entryLabel == EntryName) return TellEntryLine();
+    // Text of the game has pushed the way back off the screen. A prompt asks for an answer, so it is told behind each.
+    if (since && !entry->Locked() && (remindDue || !output.AtLineStart())) {
+      TellWayBack("You are typing into " + entryLabel);
+      remindDue = false;
+    }
+  }
+
+  // What was not typed here: a word chosen from a list, or what a command has put there.
+  void TellEntryLine() {
+    const std::string_view text = entry->View();
+    const std::string_view line = text.substr(text.find_last_of('\n') + 1);
+    if (line == toldEntry) return;
+    toldEntry = line;
+    if (!toldEntry.empty()) output.Line("In the entry line: " + toldEntry + "\n(What you type comes behind it.)");
+  }
+
+  void TellWayBack(const std::string& where) {
+    output.Line(where + ". /entry leads back to the entry line.");
+    remindDue = true;
+    came = false;
   }
 
   // A script window cannot be read with the arrow keys here, so it is written out, and the way back is told.
@@ -124,6 +161,8 @@ struct ConsoleFace::Parts {
     if (!IsBlank(text)) output.Line((cut ? "...\n" : "") + text);
     output.Line(entry->Locked() ? "This script cannot be changed. What you type goes to the entry line."
                                 : "What you type goes into this window. /entry leads back to the entry line.");
+    remindDue = true;
+    came = false;
   }
 
   // The script windows stand in a circle.
@@ -167,7 +206,10 @@ struct ConsoleFace::Parts {
   MainFocus focus = MainFocus::Entry;
   std::string title, clipboard;
   std::string entryLabel = EntryName;
-  bool passing = false;  // through windows that are not to be written out
+  std::string toldEntry;   // what the player knows of the unfinished line of the entry
+  bool came = false;       // a session has shown something since the player was waited for
+  bool remindDue = false;  // the player has not been told again that a script takes what he types
+  bool passing = false;    // through windows that are not to be written out
   bool shown = false;
   bool broken = false;
   bool gone = false;
@@ -208,7 +250,7 @@ void ConsoleFace::AttachEntry(TextModel& entry) {
 }
 
 void ConsoleFace::AttachViewport(int16 Index, bool /*colour*/, TextModel& viewport) {
-  parts_->watches.push_back({Index, std::make_unique<WindowWatch>(parts_->output)});
+  parts_->watches.push_back({Index, std::make_unique<WindowWatch>(parts_->output, parts_->came)});
   viewport.SetObserver(parts_->watches.back().Watch.get());
 }
 

@@ -23,8 +23,9 @@ class ConsoleOutput {
   ConsoleOutput(const ConsoleOutput&) = delete;
   ConsoleOutput& operator=(const ConsoleOutput&) = delete;
 
-  void Stream(std::string_view text);    // as it comes; a line may stay open, such as a prompt
-  void Line(std::string_view text);      // on lines of its own
+  void Stream(std::string_view text);  // as it comes; a line may stay open, such as a prompt
+  void Line(std::string_view text);    // on lines of its own
+  bool AtLineStart() const { return atLineStart_; }
   void Typed() { atLineStart_ = true; }  // the player's Enter has ended the line
   void Bell();                           // only on a terminal, and rarely enough to be heard as beeps
   bool Flush();                          // false once nobody reads any more
