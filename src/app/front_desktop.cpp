@@ -8,6 +8,7 @@
 #include "platform/qt/desktop/desktop_application.h"
 #include "platform/qt/desktop/desktop_face.h"
 #include "platform/qt/end_signals.h"
+#include "platform/qt/exit_watch.h"
 
 namespace corvid {
 
@@ -39,6 +40,11 @@ int RunDesktop(const CommandLine& line, int argc, char** argv) {
                  outside.settings, voices.engine, voices.reader, face, voices.sounds});
   face.Start({.Quit = [&] { corvid.quit(true); }, .Focused = [&](bool focused) { voices.sounds.SetFocused(focused); }});
   const EndSignals signals([&] { face.Leave(); });
+  const ExitWatch screenLost([&] {
+    outside.loop.Break();
+    face.LoseScreen();
+    corvid.start.SaveAtOnce();
+  });
   return corvid.Start(request) ? outside.loop.Run() : 0;
 }
 

@@ -210,6 +210,14 @@ void StartOrder::quit(bool Mandatory) {
   c.platform.events.End(0);
 }
 
+// Also in the midst of an earlier call that waits for an answer, which will not come.
+void StartOrder::SaveAtOnce() {
+  mandatory_ = true;
+  quitting_ = true;
+  SaveCharacters();
+  Form_Unload();
+}
+
 void StartOrder::Form_Unload() {
   const StartHouse& c = house_;
   for (int16 Index = 0; Index <= c.sessionState.SessionHigh; ++Index) {

@@ -64,6 +64,9 @@ class StartOrder {
   // are saved as each character wants it, and where the disk does not take them the player may refuse as well. May pump
   // events.
   void quit(bool Mandatory);
+  // Saves what a mandatory quit saves, asks nothing and pumps nothing: for a program that is being ended under the
+  // player, in whatever it was just doing. The face must tell that no player is there.
+  void SaveAtOnce();
   // Closes connections and logs. Each step runs, whatever the others do.
   void Form_Unload();
 

@@ -204,6 +204,62 @@ TEST(Quit, ClosesTheLogs) {
   EXPECT_EQ(run.corvid.sessionState.LogOpen[1], 0);
 }
 
+TEST(SaveAtOnce, WritesAllThatAMandatoryEndWritesAndAsksNothing) {
+  RunningProgram run;
+  run.memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
+  run.StartAndConnect(charflag::SimpleControl | charflag::KeepVariables);
+  run.Define("gold", "12");
+  run.Do("#LOAD fight.set");
+  run.corvid.buffers.SetBufferText(run.corvid.buffers.GetBufferNumber("/data/fight.set"), "#alias {k} {kick}\r\n");
+  run.memory.effects.Clear();
+  run.memory.face.Player = false;
+  int pumps = 0;
+  run.memory.loop.BeforePump = [&] { ++pumps; };
+  run.corvid.start.SaveAtOnce();
+  EXPECT_EQ(run.Asked(), Texts());
+  EXPECT_EQ(pumps, 0);
+  EXPECT_EQ(run.Read(VariableFile), "#Var gold {12} {}\r\n");
+  EXPECT_TRUE(run.Read(StateFile).starts_with("#Char bob\r\n\r\n"));
+  EXPECT_EQ(run.Read("/data/fight.set"), "#alias {k} {kick}\r\n");
+  EXPECT_EQ(run.corvid.sessionState.LogOpen[1], 0);
+  EXPECT_FALSE(run.memory.sockets.Connected(1));
+}
+
+TEST(SaveAtOnce, SavesInTheMidstOfAnEndThatWaitsForAnAnswer) {
+  RunningProgram run;
+  run.memory.files.Put(VariableFile, "; from the last run\r\n");
+  run.StartAndConnect(0);
+  run.Define("gold", "12");
+  run.memory.loop.Idle = [&] {
+    run.memory.face.Player = false;
+    run.corvid.start.SaveAtOnce();
+    EXPECT_EQ(run.Read(VariableFile), "#Var gold {12} {}\r\n");
+    return true;
+  };
+  run.corvid.quit(false);
+  EXPECT_EQ(run.Asked(), Texts({Leaving}));
+}
+
+TEST(SaveAtOnce, ADiskThatRefusesKeepsNothingElseFromBeingSaved) {
+  RunningProgram run;
+  run.memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
+  run.StartAndConnect(charflag::SimpleControl | charflag::KeepVariables);
+  run.Define("gold", "12");
+  run.Do("#LOAD fight.set");
+  run.corvid.buffers.SetBufferText(run.corvid.buffers.GetBufferNumber("/data/fight.set"), "#alias {k} {kick}\r\n");
+  run.memory.face.Player = false;
+  int pumps = 0;
+  run.memory.loop.BeforePump = [&] { ++pumps; };
+  run.memory.files.Fail = [](const std::string& operation, const std::string& path) {
+    return operation == "write" && path == StateFile ? "Input/output error" : "";
+  };
+  run.corvid.start.SaveAtOnce();
+  EXPECT_EQ(pumps, 0);
+  EXPECT_EQ(run.Read(VariableFile), "#Var gold {12} {}\r\n");
+  EXPECT_EQ(run.Read("/data/fight.set"), "#alias {k} {kick}\r\n");
+  EXPECT_EQ(run.corvid.sessionState.LogOpen[1], 0);
+}
+
 TEST(CloseOfTheWindow, AsksOnlyWhileTheActiveSessionIsConnected) {
   RunningProgram run;
   run.StartAndConnect(0);

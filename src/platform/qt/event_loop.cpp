@@ -29,6 +29,7 @@ QtEventLoop::~QtEventLoop() = default;
 // A loop inside a queued call does not see by itself what was queued before it: it would sleep over a line of input or
 // a tick that is due already. So that is delivered first, and only when there was nothing does the loop sleep.
 void QtEventLoop::Pump(bool wait) {
+  if (broken_) return;
   pumps_.push_back(++lastPump_);
   const std::uint64_t before = counter_->Delivered;
   QCoreApplication::sendPostedEvents();

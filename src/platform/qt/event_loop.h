@@ -26,6 +26,8 @@ class QtEventLoop : public EventLoop {
   void End(int code) override;
   bool Ending() const override { return ending_; }
   int Run() override;
+  // From now on no call pumps: the process is about to end from inside a pump, and what the loop reads from is gone.
+  void Break() { broken_ = true; }
 
   // How many DoEvents and WaitEvents calls are running inside each other: 0 in Run alone. A face tells by it whether
   // the program is idle or in the middle of a command that waits.
@@ -43,6 +45,7 @@ class QtEventLoop : public EventLoop {
 
   std::unique_ptr<QCoreApplication> application_;  // empty when one existed already
   bool ending_ = false;
+  bool broken_ = false;
   int code_ = 0;
   std::vector<std::uint64_t> pumps_;  // the calls that are running, the innermost last
   std::uint64_t lastPump_ = 0;

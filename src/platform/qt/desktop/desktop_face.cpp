@@ -32,6 +32,15 @@ void WriteClipboard(const std::string& text) {
   QApplication::clipboard()->setText(Shown(text));
 }
 
+// Where dialogs go that nobody can see. The engine closes them by itself, since no player is there.
+class NoDialogs : public DialogView {
+ public:
+  void OpenDialog(DialogModel& /*model*/, DialogEvents& /*events*/) override {}
+  void ControlChanged(int32 /*control*/) override {}
+  void FocusControl(int32 /*control*/) override {}
+  void CloseDialog() override {}
+};
+
 }  // namespace
 
 struct DesktopFace::Parts {
@@ -99,6 +108,8 @@ struct DesktopFace::Parts {
   MainFocus focus = MainFocus::Entry;
   bool closing = false;
   bool gone = false;
+  bool screenLost = false;
+  NoDialogs noDialogs;
   bool arrived = false;  // the player has been here: until then nobody has gone elsewhere
   bool focused = true;
   QTimer away;
@@ -122,6 +133,11 @@ void DesktopFace::Leave() {
   if (parts_->hooks.Quit) parts_->hooks.Quit();
 }
 
+void DesktopFace::LoseScreen() {
+  parts_->gone = true;
+  parts_->screenLost = true;
+}
+
 bool DesktopFace::PlayerThere() const {
   return !parts_->gone;
 }
@@ -132,6 +148,7 @@ void DesktopFace::SetEvents(FaceEvents* events) {
 }
 
 DialogView& DesktopFace::Dialogs() {
+  if (parts_->screenLost) return parts_->noDialogs;
   return parts_->dialog;
 }
 

@@ -35,6 +35,8 @@ class DesktopFace : public Face {
 
   void Start(Hooks hooks);
   void Leave();  // the player has gone: the session of the desktop ends
+  // The windows cannot be used any more: dialogs are not shown, and no player is there. Nothing brings them back.
+  void LoseScreen();
 
   void SetEvents(FaceEvents* events) override;
   DialogView& Dialogs() override;
