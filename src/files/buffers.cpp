@@ -51,24 +51,24 @@ void Buffers::LoadSteps(const std::string& filename, int16 inflags, int16& outch
   const int16 number = OpenBuffers(path, buffer::Script);  // PUMP
   if (number < 1) return;
   if (outchannel == CurrentSession) outchannel = script_.CurrentSocket;
+  const bool runs = (inflags & load::NoExecution) == 0;
+  if (runs) loadedInPart_.insert(path);  // until it is through
   ReadInto(number, path);
   const bool known = outchannel >= 0 && outchannel <= script_.SocketOwner.UBound();
   buffers_.BufferOwners[number] = known ? script_.SocketOwner[outchannel] : script_.CurrentOwner;
   if (!optionsOnly) script_.DefiningBuffer = number;
 
-  const int16 mode = (inflags & load::NoExecution) != 0 ? CheckRun : bufferoption::Strict;
+  const int16 mode = runs ? bufferoption::Strict : CheckRun;
   const int32 position = scanner_.ExecuteBuffer(buffers_.BufferText[number], mode, outchannel);  // PUMP
   // The script may have closed its own buffer, or another file may be there by now.
   const bool there = Holds(number, path);
   if (position != 0) {
     AppendErrorLog(buffers_, "\r\n-- Error found in file " + path + "\r\n===============\r\n");
     if (there) LoadFailed(number, path, inflags, position);
-  } else if (there) {
-    SetFlags(number, 0, buffer::News);
-    if (optionsOnly) {
-      FreeSlot(number);
-      return;
-    }
+  } else {
+    if (runs) loadedInPart_.erase(path);
+    if (there) SetFlags(number, 0, buffer::News);
+    if (there && optionsOnly) return FreeSlot(number);
   }
   if (!there) return;
   if (options_.ScriptReadOnly) {
@@ -79,6 +79,14 @@ void Buffers::LoadSteps(const std::string& filename, int16 inflags, int16& outch
   if (buffers_.CurrentBuffer == number) {
     buffers_.EntryBox.SetLocked((buffers_.BufferFlags[number] & buffer::ReadOnly) != 0);
   }
+}
+
+bool Buffers::LoadedInPart(const std::string& filename) const {
+  return !loadedInPart_.empty() && loadedInPart_.contains(AbsoluteName(filename));
+}
+
+void Buffers::ForgetLoad(const std::string& filename) {
+  loadedInPart_.erase(AbsoluteName(filename));
 }
 
 void Buffers::ReadInto(int16 number, const std::string& path) {

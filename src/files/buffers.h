@@ -2,6 +2,7 @@
 // Script files in memory: loading, paging through them in the entry box, changing a definition's line, saving.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -54,6 +55,11 @@ class Buffers {
   // "Loadset". Files that load each other without end are stopped at MaxNesting. May pump events.
   void LoadSet(const std::string& filename, int16 inflags, int16& outchannel);
   static constexpr int16 MaxNesting = 12;
+
+  // True when the last load of this file failed on the way: what it holds is not all in memory, and whoever writes it
+  // anew must keep the old one. Forget when that is done.
+  bool LoadedInPart(const std::string& filename) const;
+  void ForgetLoad(const std::string& filename);
 
   // A buffer for the absolute path, with empty text unless the file is loaded already (flags has 0x20: its own buffer,
   // after SaveIfBufModified); -1 when the player cancelled. May pump events.
@@ -109,6 +115,7 @@ class Buffers {
   Upcalls& upcalls_;
   int16 nesting_ = 0;       // loads within loads
   bool nestedOut_ = false;  // the limit was met: the loads around it end as well
+  std::set<std::string> loadedInPart_;
 };
 
 }  // namespace corvid

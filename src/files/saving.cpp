@@ -103,12 +103,21 @@ void Saving::TakeReadingCharacters(const std::string& path) {
 // Private: what a script remembers may be anything, passwords among it.
 bool Saving::WriteFile(const std::string& filename, const std::string& text) {
   try {
+    KeepBeside(filename);
     platform_.files.WriteWhole(filename, text, Privacy::Private);
     return true;
   } catch (const Fault&) {
     upcalls_.prompter.MsgBox("Error creating file " + filename, box::OkOnly | box::Exclamation, "Error");  // PUMP
     return false;
   }
+}
+
+// What could not be read, or failed on the way, is not in memory: the file that is written now lacks it.
+void Saving::KeepBeside(const std::string& filename) {
+  if (!bufferFiles_.LoadedInPart(filename) || !platform_.files.FileExists(filename)) return;
+  const std::string stem = EndsWithText(filename, ".set") ? filename.substr(0, filename.size() - 4) : filename;
+  platform_.files.Copy(filename, stem + ".bad");
+  bufferFiles_.ForgetLoad(filename);
 }
 
 bool Saving::WriteAltMethod(OwnerId Owner, const std::string& filename, bool SaveVariables) {

@@ -66,6 +66,7 @@ class Saving {
   std::string CommandStart(OwnerId Owner) const;  // command character, and "G" for everybody's definitions
   void TakeReadingCharacters(const std::string& path);
   bool WriteFile(const std::string& filename, const std::string& text);
+  void KeepBeside(const std::string& filename);
 
   ScriptState& script_;
   SessionState& sessions_;
