@@ -173,26 +173,51 @@ bool GameText::PlaceInEntry(CommandCall& call, const std::string& text) {
 void GameText::Send(CommandCall& call, const std::string& text, const Target& target) {
   for (int16 session = target.First; session <= target.Last; ++session) {
     WriteLog(call, session, text);
-    if (!text.empty() && house_.options.DisplayCommandsInOutput) Display(session, text);
-    if (!target.All && !house_.platform.sockets.Connected(session) && !NotConnected(call, session, text)) return;
-    if (!house_.platform.sockets.Connected(session)) continue;
-    Record(session, text);
-    Write(session, text);
+    if (!Deliver(call, session, text, target)) return;  // PUMP
+    FlushLog(call, session);
   }
 }
 
+// False: the line ends here.
+bool GameText::Deliver(CommandCall& call, int16 session, const std::string& text, const Target& target) {
+  if (!text.empty() && house_.options.DisplayCommandsInOutput) Display(session, text);
+  const Sockets& sockets = house_.platform.sockets;
+  if (!target.All && !sockets.Connected(session) && !NotConnected(call, session, text)) return false;  // PUMP
+  if (!sockets.Connected(session)) return true;
+  Record(session, text);
+  Write(session, text);  // PUMP
+  return true;
+}
+
+bool GameText::IsLogged(int16 session) const {
+  return house_.sessions.LogOpen[session] != 0 && house_.options.OutputLog &&
+         house_.sessions.LogEntriesEnabled[session] != 0;
+}
+
 void GameText::WriteLog(CommandCall& call, int16 session, const std::string& text) {
-  if (house_.sessions.LogOpen[session] == 0 || !house_.options.OutputLog ||
-      house_.sessions.LogEntriesEnabled[session] == 0)
-    return;
+  if (!IsLogged(session)) return;
   try {
     house_.logs.WriteLog(session, text);
-    house_.logs.Flush(session);  // a disk that is full is known now, and not when the game answers
   } catch (const std::exception& fault) {
-    // A full disk must not keep the player from playing: the log goes off, the line goes on.
-    house_.options.OutputLog = false;
-    ReportAndGoOn(call, std::string("Error opening the Output Log ") + fault.what());
+    LogFailed(call, fault);
   }
+}
+
+// Behind the text, since a slow disk must not keep it from the game; and now, since a disk that is full is to be known
+// at the line that was typed and not when the game answers.
+void GameText::FlushLog(CommandCall& call, int16 session) {
+  if (!IsLogged(session)) return;
+  try {
+    house_.logs.Flush(session);
+  } catch (const std::exception& fault) {
+    LogFailed(call, fault);
+  }
+}
+
+// A full disk must not keep the player from playing: the log goes off, the line goes on.
+void GameText::LogFailed(CommandCall& call, const std::exception& fault) {
+  house_.options.OutputLog = false;
+  ReportAndGoOn(call, std::string("Error opening the Output Log ") + fault.what());
 }
 
 void GameText::Display(int16 session, const std::string& text) {

@@ -2,6 +2,7 @@
 // A line that is no command: the name of an alias, or text for the game.
 #pragma once
 
+#include <exception>
 #include <string>
 
 #include "commands/command_call.h"
@@ -35,7 +36,11 @@ class GameText {
   bool JoinText(CommandCall& call, std::string& text);
   bool PlaceInEntry(CommandCall& call, const std::string& text);
   void Send(CommandCall& call, const std::string& text, const Target& target);
+  bool Deliver(CommandCall& call, int16 session, const std::string& text, const Target& target);
+  bool IsLogged(int16 session) const;
   void WriteLog(CommandCall& call, int16 session, const std::string& text);
+  void FlushLog(CommandCall& call, int16 session);
+  void LogFailed(CommandCall& call, const std::exception& fault);
   void Display(int16 session, const std::string& text);
   bool NotConnected(CommandCall& call, int16 session, const std::string& text);
   void Record(int16 session, const std::string& text);

@@ -76,6 +76,20 @@ TEST(RefusingDisk, ALogThatFailsWhileThePlayerTypesGoesOffAndTheLineGoesOn) {
   EXPECT_EQ(run.memory.sockets.TakeWritten(1), "look\r\n");
 }
 
+TEST(RefusingDisk, ATypedLineIsOnItsWayBeforeASlowDiskIsAsked) {
+  RunningProgram run;
+  run.StartAndConnect(0);
+  std::string sent;
+  int flushes = 0;
+  run.memory.files.Fail = [&](const std::string& operation, const std::string&) {
+    if (operation == "flush" && ++flushes == 1) sent = run.memory.sockets.TakeWritten(1);
+    return std::string();
+  };
+  run.Do("look");
+  EXPECT_EQ(flushes, 1);
+  EXPECT_EQ(sent, "look\r\n");
+}
+
 TEST(RefusingDisk, AChangedScriptStaysChanged) {
   RunningProgram run;
   run.StartAndConnect(0);
