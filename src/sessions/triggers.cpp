@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sessions/triggers.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -51,10 +52,25 @@ class Gaps {
   std::size_t from_ = 0;
 };
 
+// Closes the gaps that classes have left in a large table. Only where no action runs: the walk over the rows behind its
+// own would be led astray. at is the number of rows that is worth the next look.
+void CloseGaps(const ScriptState& script, Symbols& symbols, int32& at) {
+  constexpr int32 worthIt = 1000;
+  const int32 count = script.TriggerCount;
+  if (count < std::max(at, worthIt)) return;
+  int32 used = 0;
+  for (int32 row = 1; row <= count; ++row)
+    if (!script.Triggers.Read(row).Pattern.empty()) ++used;
+  if (used <= count / 2) symbols.CompressCommand(windowtype::Triggers);
+  at = 2 * script.TriggerCount;
+}
+
 }  // namespace
 
 // One line on its way through the table.
 struct TriggerEngine::Run {
+  bool Busy = false;
+  int32 CloseGapsAt = 0;
   int16 Index = 0;
   LineVersions* Line = nullptr;
   std::string Upper;  // the plain line in upper case
@@ -63,27 +79,27 @@ struct TriggerEngine::Run {
   int16 Count = 0;
 };
 
+// Calls lie within one another, so that the runs in use are the first ones.
 class TriggerEngine::Lease {
  public:
-  explicit Lease(std::vector<std::unique_ptr<Run>>& idle) : idle_(idle) {
-    if (idle_.empty()) {
-      run_ = std::make_unique<Run>();
-    } else {
-      run_ = std::move(idle_.back());
-      idle_.pop_back();
-    }
+  explicit Lease(std::vector<std::unique_ptr<Run>>& runs) : runs_(runs) {
+    while (place_ < runs_.size() && runs_[place_]->Busy) ++place_;
+    if (place_ == runs_.size()) runs_.push_back(std::make_unique<Run>());
+    runs_[place_]->Busy = true;
   }
   ~Lease() {
     constexpr std::size_t kept = 4;  // deep calls are rare: their memory is given back
-    if (idle_.size() < kept) idle_.push_back(std::move(run_));
+    runs_[place_]->Busy = false;
+    if (runs_.size() > kept) runs_.pop_back();
   }
   Lease(const Lease&) = delete;
   Lease& operator=(const Lease&) = delete;
-  Run& operator*() { return *run_; }
+  Run& operator*() { return *runs_[place_]; }
+  bool Outermost() const { return place_ == 0; }
 
  private:
-  std::vector<std::unique_ptr<Run>>& idle_;
-  std::unique_ptr<Run> run_;
+  std::vector<std::unique_ptr<Run>>& runs_;
+  std::size_t place_ = 0;
 };
 
 TriggerEngine::TriggerEngine(ScriptState& script, OptionsState& options, DebugState& debug, Symbols& symbols,
@@ -101,6 +117,7 @@ TriggerEngine::~TriggerEngine() = default;
 LineFate TriggerEngine::Fire(int16 Index, LineVersions& line) {
   Lease lease(idle_);
   Run& run = *lease;
+  if (lease.Outermost()) CloseGaps(script_, symbols_, run.CloseGapsAt);
   run.Index = Index;
   run.Line = &line;
   run.Upper = line.PlainLine;
