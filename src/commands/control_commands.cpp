@@ -14,13 +14,22 @@ namespace corvid {
 
 namespace {
 
-// False when the expression failed: the call is set to report it.
-bool Evaluate(CommandCall& call, std::string expression, int32& value) {
+constexpr int16 Expression = 2;  // place in P
+constexpr int16 Body = 3;
+
+// Expands the expression where it stands. False when it failed: the call is set to report it.
+bool Evaluate(CommandCall& call, std::string& expression, int32& value) {
   if (!ExpandText(call, expression, ExpressionMode)) return false;
   value = call.house.expressions.EvaluateExpression(expression, call.ErrorDescription);
   if (call.ErrorDescription.empty()) return true;
   call.next = Flow::Report;
   return false;
+}
+
+// Of the raw expression, so that each round sees fresh values.
+bool EvaluateRound(CommandCall& call, int32& value) {
+  std::string expression = call.P[Expression];
+  return Evaluate(call, expression, value);
 }
 
 bool RunBody(CommandCall& call, const std::string& body, DepthBack back) {
@@ -38,9 +47,6 @@ bool Breathe(CommandCall& call) {
 void SetLoopItem(CommandCall& call, const std::string& item) {
   call.house.script.SystemValues[sysvar::I] = item;
 }
-
-constexpr int16 Expression = 2;  // place in P
-constexpr int16 Body = 3;
 
 bool CheckLoop(CommandCall& call) {
   if (call.P[Body].empty()) {
@@ -72,7 +78,7 @@ void handler::While(CommandCall& call) {
   if (!CheckLoop(call)) return;
   for (;;) {
     int32 value = 0;
-    if (!Evaluate(call, call.P[Expression], value) || value == 0) return;
+    if (!EvaluateRound(call, value) || value == 0) return;
     if (!Breathe(call) || !RunBody(call, call.P[Body], DepthBack::AfterAborts)) return;
   }
 }
@@ -82,7 +88,7 @@ void handler::Until(CommandCall& call) {
   int32 value = 0;
   do {
     if (!Breathe(call) || !RunBody(call, call.P[Body], DepthBack::AfterAborts)) return;
-    if (!Evaluate(call, call.P[Expression], value)) return;
+    if (!EvaluateRound(call, value)) return;
   } while (value == 0);
 }
 

@@ -36,8 +36,8 @@ void ShowWords(CommandCall& call) {
   std::vector<std::string> words;
   for (int32 i = 1; i <= script.TabWordCount; ++i)
     if (script.TabOwners[i] == call.owner && !script.TabWords[i].empty()) words.push_back(script.TabWords[i]);
-  if (words.empty()) return call.house.platform.face.Beep();  // an empty list would only be in the way
   call.house.menus.ShowList(words, "ONETIME");
+  if (words.empty()) call.house.platform.face.Beep();  // there is no row to be heard
 }
 
 }  // namespace

@@ -410,7 +410,7 @@ TEST_F(DefinitionTest, TabWordsAreKeptInTheirFile) {
   EXPECT_EQ(memory.files.ReadWhole("/data/Avalon/bob.Tab"), "");
   EXPECT_EQ(script.TabWordCount, 0);
   EXPECT_EQ(Run("#TAB"), "");
-  EXPECT_FALSE(menu.ListOpen) << "there is no word to show";
+  EXPECT_EQ(menu.ListItems, Lines{}) << "there is no word to show";
 }
 
 TEST_F(DefinitionTest, TabWordsAreTheSessionsEvenWithThePrefix) {
