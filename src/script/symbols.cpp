@@ -41,8 +41,14 @@ int32 NamelessAlias(const ScriptState& state, OwnerId owner) {
 }
 
 template <typename T>
-void MoveUp(Table<T>& column, int32 first, int32 last) {
+void MoveColumnUp(Table<T>& column, int32 first, int32 last) {
   for (int32 row = last; row >= first; --row) column[row + 1] = std::move(column[row]);
+}
+
+// Makes room for a row at first in all columns of a table.
+template <typename... T>
+void MoveUp(int32 first, int32 last, Table<T>&... columns) {
+  (MoveColumnUp(columns, first, last), ...);
 }
 
 bool IsVariableName(std::string_view name) {
@@ -69,10 +75,7 @@ void Symbols::AddVariable(std::string vName2, std::string VValue, OwnerId Owner,
   state_.VariableValues.Resize(upper);
   state_.VariableDefaults.Resize(upper);
   state_.VariableOwners.Resize(upper);
-  MoveUp(state_.VariableNames, row, count);
-  MoveUp(state_.VariableValues, row, count);
-  MoveUp(state_.VariableDefaults, row, count);
-  MoveUp(state_.VariableOwners, row, count);
+  MoveUp(row, count, state_.VariableNames, state_.VariableValues, state_.VariableDefaults, state_.VariableOwners);
   state_.VariableNames[row] = std::move(vName2);
   state_.VariableDefaults[row] = VDefault2 == DefaultIsValue ? VValue : std::move(VDefault2);
   state_.VariableValues[row] = std::move(VValue);
@@ -90,13 +93,8 @@ void Symbols::AddAlias(std::string aname2, std::string AValue, OwnerId Owner, st
     const int16 grown = AddInt16(count, 1);
     row = InsertionRow(count, NameOrder(state_.AliasNames, name), NameIsFree(state_.AliasNames));
     resizeCommand(windowtype::Aliases, grown);
-    MoveUp(state_.AliasNames, row, count);
-    MoveUp(state_.AliasValues, row, count);
-    MoveUp(state_.AliasClasses, row, count);
-    MoveUp(state_.AliasBuffers, row, count);
-    MoveUp(state_.AliasOwners, row, count);
-    MoveUp(state_.AliasFlags, row, count);
-    MoveUp(state_.AliasOriginals, row, count);
+    MoveUp(row, count, state_.AliasNames, state_.AliasValues, state_.AliasClasses, state_.AliasBuffers,
+           state_.AliasOwners, state_.AliasFlags, state_.AliasOriginals);
     state_.AliasNames[row] = std::move(aname2);
     state_.AliasOwners[row] = Owner;
     state_.AliasFlags[row] = 0;
@@ -116,14 +114,8 @@ void Symbols::Addmacro(int16 kc, int16 ks, std::string kvalue, OwnerId Owner, st
     const int16 grown = AddInt16(count, 1);
     row = InsertionRow(count, KeyOrder(state_, KeyNumber(kc, ks)), KeyIsFree(state_));
     resizeCommand(windowtype::Keys, grown);
-    MoveUp(state_.MacroKeyCodes, row, count);
-    MoveUp(state_.MacroShifts, row, count);
-    MoveUp(state_.MacroValues, row, count);
-    MoveUp(state_.MacroFlags, row, count);
-    MoveUp(state_.MacroClasses, row, count);
-    MoveUp(state_.MacroBuffers, row, count);
-    MoveUp(state_.MacroOwners, row, count);
-    MoveUp(state_.MacroOriginals, row, count);
+    MoveUp(row, count, state_.MacroKeyCodes, state_.MacroShifts, state_.MacroValues, state_.MacroFlags,
+           state_.MacroClasses, state_.MacroBuffers, state_.MacroOwners, state_.MacroOriginals);
     state_.MacroKeyCodes[row] = kc;
     state_.MacroShifts[row] = ks;
     state_.MacroOwners[row] = Owner;
