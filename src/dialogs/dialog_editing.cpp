@@ -6,6 +6,7 @@
 #include "core/keys.h"
 #include "core/reading.h"
 #include "dialogs/gen_dialog.h"
+#include "platform/control_text.h"
 #include "sessions/word_echo.h"
 
 namespace corvid {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int SettleDelay = 50;  // milliseconds until the key has had its effect
 constexpr int16 TextBoxFamily = 1000, BoxFamily = 2000;
+constexpr const char* Star = "*";  // in place of each character that is not to be heard
 
 // What is spoken once the key has had its effect; 0 for none.
 int16 JobOf(int16 KeyCode, int16 Shift) {
@@ -67,18 +69,20 @@ void GenDialog::SpeakKey(const DialogControl& field, int16 KeyCode, int16 Shift)
 void GenDialog::SpeakSpot(const DialogControl& field, int32 from, int32 to) {
   if (to <= from || speech_.TypingEcho[Channel::System] == 0) return;
   const auto start = static_cast<std::size_t>(from);
-  upcalls_.speaker.SpellWord(field.Text.substr(start, static_cast<std::size_t>(to) - start), Channel::System);
+  const std::string spot = field.Text.substr(start, static_cast<std::size_t>(to) - start);
+  upcalls_.speaker.SpellWord(field.Masked ? Star : spot, Channel::System);
 }
 
-void GenDialog::EchoTyped(int16 code) {
+void GenDialog::EchoTyped(const DialogControl& field, int16 code) {
   constexpr int16 firstPrintable = 32;
   if (code < firstPrintable || !SpeaksEditing() || speech_.TypingEcho[Channel::System] == 0) return;
-  upcalls_.speaker.SpellWord(Utf8Of(code), Channel::System);
+  upcalls_.speaker.SpellWord(field.Masked ? Star : Utf8Of(code), Channel::System);
 }
 
 void GenDialog::SpeakField(bool textControl, int16 index, int16 job) {
   if (!GDOpen) return;
   const DialogControl& field = Control(textControl ? ControlKind::TextBox : ControlKind::Box, index);
+  if (field.Masked) return SayControl(ShownText(field));
   if (job == timeraction::SpeakWord) {
     const WordEcho echo = EchoWord(field.Text, field.SelStart);
     const std::string before = std::exchange(lastLine_, echo.Line);

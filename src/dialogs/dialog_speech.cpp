@@ -7,6 +7,7 @@
 #include "core/reading.h"
 #include "core/text.h"
 #include "dialogs/gen_dialog.h"
+#include "platform/control_text.h"
 
 namespace corvid {
 
@@ -46,7 +47,7 @@ void GenDialog::SpeakFocus(const DialogControl& control) {
   SayControl(control.Caption);
   switch (control.Kind) {
     case ControlKind::TextBox:
-      SayControl(control.Text);
+      SayControl(ShownText(control));
       break;
     case ControlKind::Box:
       SayControl(CurrentLine2(control.Text, control.SelStart + 1));
@@ -110,7 +111,7 @@ void GenDialog::GDEvent(ControlKind Kind, int16 Index, DialogEvent Event, int16&
     const bool edits = Kind == ControlKind::TextBox || Kind == ControlKind::Box;
     if (!edits || !GDOpen || showing_ != mine || KeyOrState == 0) return;
     if (Event == DialogEvent::KeyDown) SpeakKey(Control(Kind, Index), KeyOrState, Shift);
-    if (Event == DialogEvent::KeyPress) EchoTyped(KeyOrState);
+    if (Event == DialogEvent::KeyPress) EchoTyped(Control(Kind, Index), KeyOrState);
   } catch (const std::exception& fault) {
     upcalls_.errors.ErrorReport(fault.what(), GenFormCode, 0, 0);
   }

@@ -78,6 +78,12 @@ int16 GenDialog::MakeTextBox(int32 top, int32 left, int32 height, int32 width, c
   return control.Index;
 }
 
+int16 GenDialog::MakePassword(int32 top, int32 left, int32 height, int32 width, const std::string& InitialValue) {
+  const int16 index = MakeTextBox(top, left, height, width, InitialValue);
+  Control(ControlKind::TextBox, index).Masked = true;
+  return index;
+}
+
 int16 GenDialog::MakeBox(int32 top, int32 left, int32 height, int32 width, const std::string& InitialValue) {
   DialogControl& control = Add(ControlKind::Box, top, left, height, width);
   control.Text = InitialValue;

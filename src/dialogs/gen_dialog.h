@@ -38,6 +38,8 @@ class GenDialog : public DialogEvents, public DialogJobs {
   // 0 keeps the last one's. Each returns the control's index, from 1 within its kind. A control whose call takes no
   // caption is captioned by the label made just before it.
   int16 MakeTextBox(int32 top, int32 left, int32 height, int32 width, const std::string& InitialValue);
+  // A text box that shows and speaks stars.
+  int16 MakePassword(int32 top, int32 left, int32 height, int32 width, const std::string& InitialValue);
   int16 MakeBox(int32 top, int32 left, int32 height, int32 width, const std::string& InitialValue);
   int16 MakeLabel(int32 top, int32 left, int32 height, int32 width, const std::string& InitialValue);
   int16 MakeHScroll(int32 top, int32 left, int32 height, int32 width, int16 InitialValue, int16 MinVal, int16 MaxVal,
@@ -91,7 +93,7 @@ class GenDialog : public DialogEvents, public DialogJobs {
   void SayRow(const DialogControl& list);
   void SpeakKey(const DialogControl& field, int16 KeyCode, int16 Shift);
   void SpeakSpot(const DialogControl& field, int32 from, int32 to);
-  void EchoTyped(int16 code);
+  void EchoTyped(const DialogControl& field, int16 code);
   bool SpeaksEditing() const;
   void SelectOption(DialogControl& chosen);
   bool PressByKey(ControlKind from, int16& KeyCode, int16 Shift);

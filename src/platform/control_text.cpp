@@ -8,6 +8,13 @@
 
 namespace corvid {
 
+std::string ShownText(const DialogControl& control) {
+  if (!control.Masked) return control.Text;
+  std::string stars;
+  for (std::size_t at = 0; at < control.Text.size(); at += CharLength(control.Text, at)) stars += '*';
+  return stars;
+}
+
 void ControlText::Clamp() {
   const auto length = static_cast<int32>(control_.Text.size());
   control_.SelStart = std::clamp(control_.SelStart, 0, length);

@@ -2,11 +2,15 @@
 // Editing the text of a dialog's text box or box: caret, selection, deleting, by whole characters.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "platform/dialog_view.h"
 
 namespace corvid {
+
+// What is shown and spoken of the control's text: the text itself, or its stars.
+std::string ShownText(const DialogControl& control);
 
 class ControlText {
  public:

@@ -279,7 +279,7 @@ void DialogDriver::TextKey(DialogControl& control, int16 KeyCode, int16 Shift) {
   if (text.MoveKey(KeyCode, Shift) || Shift != ControlBit) return;
   if (KeyCode == 'A') text.SelectAll();
   const std::string selected = text.Selected();
-  if ((KeyCode == 'C' || KeyCode == 'X') && clipboard_.Set && !selected.empty()) {
+  if ((KeyCode == 'C' || KeyCode == 'X') && clipboard_.Set && !selected.empty() && !control.Masked) {
     clipboard_.Set(selected);
     if (KeyCode == 'X' && text.DeleteBack()) Tell(focus_, DialogEvent::Change);
   } else if (KeyCode == 'V' && clipboard_.Get) {

@@ -41,6 +41,7 @@ struct DialogControl {
   int16 Index = 0;      // from 1 within its kind
   std::string Caption;  // what is spoken in front of the value; also the accessible name
   std::string Text;     // text box, box and label: the contents; button: the words on it
+  bool Masked = false;  // text box: a star is shown and spoken for each character, and nothing is copied out of it
   int32 SelStart = 0;   // caret and selection of a text box or box
   int32 SelLength = 0;
   std::vector<std::string> Items;  // list

@@ -130,6 +130,32 @@ TEST_F(DialogEditingTest, AScreenReaderIsLeftToFollowTheCaret) {
   });
 }
 
+TEST_F(DialogEditingTest, APasswordIsHeardAsStarsWhateverIsDoneWithIt) {
+  speech.SpeechType[5] = 3;
+  dialog.Form_Init("TEST", "", nullptr);
+  dialog.MakeLabel(100, 100, 300, 800, "Password");
+  EXPECT_EQ(dialog.MakePassword(-100, 100, 300, 800, "caf\xC3\xA9 x"), 1);
+  memory.loop.Idle = [&] {
+    driver.Open(*memory.face.OpenModel(), *memory.face.OpenEvents());
+    EXPECT_EQ(Heard(), (Texts{"spoken 5w Password", "spoken 5w ******", "spoken 5w Password", "spoken 5w ******"}));
+    driver.KeyDown('S', 0);
+    driver.KeyTyped("s");
+    EXPECT_EQ(Heard(), (Texts{"spelled 5 *"}));
+    Key(keycode::Left);
+    EXPECT_EQ(Heard(), (Texts{"spelled 5 *"}));
+    Key(keycode::Right, ControlBit);
+    EXPECT_EQ(Heard(), (Texts{"spoken 5w *******"}));
+    Key(keycode::Home, ShiftBit);
+    EXPECT_EQ(Heard(), (Texts{"spoken 5w *******"}));
+    Key(keycode::Backspace);
+    for (const std::string& heard : Heard()) EXPECT_EQ(heard.find_first_of("cafxs", 10), std::string::npos) << heard;
+    driver.Close();
+    dialog.End(1);
+    return true;
+  };
+  dialog.ShowForm(0, 0);
+}
+
 TEST_F(DialogEditingTest, AJobThatComesTooLateSaysNothing) {
   Open("go", "", [] {});
   memory.effects.Clear();

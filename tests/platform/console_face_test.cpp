@@ -292,6 +292,38 @@ TEST_F(ConsoleFaceTest, OneQuestionIsAnsweredByOneLine) {
   EXPECT_EQ(result, "[/c]OK");
 }
 
+TEST_F(ConsoleFaceTest, APasswordThatIsThereStandsAsStars) {
+  DialogControl& box = Add(ControlKind::TextBox, "Password");
+  box.Text = "caf\xC3\xA9";
+  box.Masked = true;
+  AddButtons();
+  const std::string text = Run("ask\n\n");
+  EXPECT_NE(text.find("1. Password? (****)\n"), std::string::npos) << text;
+  EXPECT_EQ(result, "[caf\xC3\xA9]OK");
+}
+
+TEST_F(ConsoleFaceTest, ARowWithMoreToDoThanToTakeItIsFollowedByTheButtons) {
+  Add(ControlKind::List, "Row").Items = {"apple", "banana"};
+  AddButtons();
+  Add(ControlKind::Button, "Delete");
+  const std::string text = Run("ask\n2\nd\n");
+  EXPECT_NE(text.find("Row?\n1 OK (Enter), 2 Cancel, 3 Delete?\n"), std::string::npos) << text;
+  EXPECT_EQ(result, "[1]Delete");
+  Run("ask\n2\n\n");
+  EXPECT_EQ(result, "[1]OK");
+}
+
+TEST_F(ConsoleFaceTest, KeysArePressedByNameInADialogToo) {
+  Add(ControlKind::List, "Row").Items = {"apple", "banana"};
+  Add(ControlKind::Box, "Notes");
+  AddButtons();
+  const std::string text = Run("ask\n/key Down\n/key Tab\nfirst\n/key F5\n.\n\n");
+  EXPECT_NE(text.find("2. Notes: "), std::string::npos) << text;
+  EXPECT_EQ(result, "[0][first\r\n/key F5]OK") << "among lines of a text it is a line";
+  Run("ask\n/key Escape\n");
+  EXPECT_EQ(result, "[-1][]Cancel");
+}
+
 TEST_F(ConsoleFaceTest, AnswersThatAreTypedAheadMeetOneQuestionAfterTheOther) {
   Add(ControlKind::TextBox, "Name");
   AddButtons();

@@ -283,5 +283,22 @@ TEST(KeyCharsTest, KeysAndCharactersAreInverse) {
   EXPECT_EQ(ModifierBit(keycode::Alt), AltBit);
 }
 
+TEST_F(DialogDriverTest, APasswordIsPastedButNeverCopied) {
+  DialogControl& box = Add(ControlKind::TextBox);
+  box.Masked = true;
+  box.Text = "secret";
+  driver.Open(model, engine);
+  clipboard = "new";
+  for (const int16 key : {int16{'C'}, int16{'X'}}) {
+    Key('A', ControlBit);
+    Key(key, ControlBit);
+    EXPECT_EQ(clipboard, "new");
+    EXPECT_EQ(box.Text, "secret");
+  }
+  Key('A', ControlBit);
+  Key('V', ControlBit);
+  EXPECT_EQ(box.Text, "new");
+}
+
 }  // namespace
 }  // namespace corvid

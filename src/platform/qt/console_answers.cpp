@@ -184,10 +184,13 @@ bool ConsoleDialog::TakeOption(const Question& question, const std::string& line
   return true;
 }
 
-// The next question; behind the only one the default button, as Enter in a window would do.
+// The next question; behind the only one the default button, as Enter in a window would do. Where there is more to do
+// with the answer than to take it or not, the buttons are asked for.
 void ConsoleDialog::Next() {
+  constexpr std::size_t takeOrLeave = 2;
   const auto questions = Questions();
-  const bool only = questions.size() == 2 && questions.back().Buttons;
+  const bool only =
+      questions.size() == 2 && questions.back().Buttons && questions.back().Controls.size() <= takeOrLeave;
   if (only && driver_.DefaultButton() >= 0) {
     Press(driver_.DefaultButton());
   } else {

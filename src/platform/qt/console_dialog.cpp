@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/text.h"
+#include "platform/control_text.h"
 #include "platform/qt/console_choice.h"
 
 namespace corvid {
@@ -101,6 +102,10 @@ void ConsoleDialog::FocusControl(int32 control) {
   }
 }
 
+void ConsoleDialog::AskAtFocus() {
+  FocusControl(driver_.Focused());
+}
+
 void ConsoleDialog::CloseDialog() {
   driver_.Close();
 }
@@ -156,7 +161,7 @@ void ConsoleDialog::ShowText(const DialogControl& control, std::size_t number) {
       break;
     default:
       output_.Line(start + (start.back() == '?' || start.back() == ':' ? "" : "?") +
-                   (control.Text.empty() ? "" : " (" + control.Text + ")"));
+                   (control.Text.empty() ? "" : " (" + ShownText(control) + ")"));
   }
 }
 

@@ -17,6 +17,8 @@ class ConsoleDialog : public DialogView {
   bool IsOpen() const { return driver_.IsOpen(); }
   DialogDriver& Driver() { return driver_; }
   void Answer(const std::string& line);  // what the player typed while a dialog is open; may close it
+  bool TakesText() const { return driver_.IsOpen() && boxBegun_; }  // in the midst of lines that belong together
+  void AskAtFocus();                                                // a key has been pressed in the open dialog
 
   void OpenDialog(DialogModel& model, DialogEvents& events) override;
   void ControlChanged(int32 control) override;

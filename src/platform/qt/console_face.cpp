@@ -108,10 +108,10 @@ struct ConsoleFace::Parts {
   void Handle(const std::string& line) {
     TellWhereWeAre();
     output.Typed();
-    if (dialog.IsOpen()) {
-      dialog.Answer(line);
-    } else if (StartsWithText(line, "/key ")) {
+    if (StartsWithText(line, "/key ") && !dialog.TakesText()) {
       PressNamed(Trim(line.substr(5)));
+    } else if (dialog.IsOpen()) {
+      dialog.Answer(line);
     } else if (SameText(Trim(line), "/entry")) {
       GoToEntry();
     } else if (menu.IsOpen()) {
@@ -180,7 +180,9 @@ struct ConsoleFace::Parts {
     int16 code = LoneKey(name);
     if (code == 0) ParseKeystroke(name, shift, code);
     if (code > 0) {
+      const unsigned serial = dialog.Driver().Serial();
       keys.Press(code, shift);
+      if (dialog.IsOpen() && serial == dialog.Driver().Serial()) dialog.AskAtFocus();
     } else {
       output.Line("\"" + name + "\" is no key name.");
     }

@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "platform/control_text.h"
+
 namespace corvid {
 
 namespace {
@@ -56,7 +58,7 @@ std::string JsonDialog::Control(const DialogControl& control, bool focused) cons
       object.Number("value", control.Value);
       break;
     default:
-      object.Text("value", control.Text);
+      object.Text("value", ShownText(control));
   }
   if (!control.Enabled || !control.Visible) object.Flag("enabled", false);
   return object.Flag("focus", focused).Done();

@@ -67,6 +67,10 @@ QWidget* MakeLine(const DialogControl& control, QWidget* parent) {
   auto* line = new QLineEdit(parent);
   line->setContextMenuPolicy(Qt::NoContextMenu);
   line->setMinimumWidth(Pixels(control.Width, 260, MostWidth));
+  if (control.Masked) {
+    line->setEchoMode(QLineEdit::Password);
+    line->setStyleSheet(QStringLiteral("lineedit-password-character: 42"));  // a star
+  }
   return line;
 }
 
