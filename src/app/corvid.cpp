@@ -39,13 +39,18 @@ Corvid::Corvid(const Platform& outside)
       timers(scriptState, optionsState, sessionState, bufferState, keyboardState, platform, upcalls),
       dialog(platform, upcalls, speechState),
       prompts(dialog, speechState, platform, upcalls),
+      characterList(scriptState, optionsState, sessionState, characters, sessions, dialog, platform, upcalls),
+      quickConnect(
+          sessionState, characters, dialog, upcalls, [this](int16 row) { sessions.OpenMud(row, 0); },
+          [this](int16 row) { return sessions.IsLoaded(row); }),
+      variableList(scriptState, optionsState, symbols, dialog, platform, upcalls),
       speech(speechState, keyboardState, platform),
       speechSettings(speechState, optionsState, dialog, speech, platform, upcalls),
       voiceKeys(speech, keyboardState, platform, upcalls),
       debugger({debugState, scriptState, sessionState, expansion, expressions, receive, dialog, platform, upcalls,
-                [this] { MaintainVariables(); }}),
+                [this] { variableList.MaintainVariables(); }}),
       menus({menuState, scriptState, optionsState, bufferState, sessionState, keyboardState, buffers, dialog, platform,
-             upcalls, [this] { OpenDebugger(); }}),
+             upcalls, sessions, characterList, quickConnect, variableList, [this] { OpenDebugger(); }}),
       keyboard({scriptState, optionsState, bufferState, sessionState, speechState, keyboardState}, symbols, scanner,
                buffers, saving, timers, menus, platform, upcalls),
       errors(bufferState, scriptState, optionsState, platform, upcalls),
@@ -53,7 +58,7 @@ Corvid::Corvid(const Platform& outside)
       house_{scriptState, optionsState, bufferState, sessionState, keyboardState, controlState, symbols,
              scanner,     expansion,    expressions, buffers,      sessions,      output,       logs,
              alarms,      dataFiles,    platform,    upcalls,      speechState,   speech,       menus,
-             sound,       musicState,   music,       debugger},
+             sound,       musicState,   music,       debugger,     variableList},
       dispatcher(house_),
       start({scriptState, optionsState, bufferState, sessionState, speechState, symbols, buffers, saving, userFolder,
              characters, output, logs, sessions, speechSettings, sound, platform, upcalls}) {
@@ -78,15 +83,9 @@ Corvid::~Corvid() {
   platform.sockets.SetEvents(nullptr);
 }
 
+// The first job of the start. Who types at once knows where to go, and the list would take the keys of the next line.
 void Corvid::MaintainCharacters() {
-  upcalls.speaker.SpeakOut(
-      "The list of characters is not built yet. Type #CONNECT and the reference of a character, or start Corvid with "
-      "--practice.",
-      Channel::System, 0);
-}
-
-void Corvid::MaintainVariables() {
-  upcalls.prompter.MsgBox("The list of variables is not built yet.", box::OkOnly, "Corvid");  // PUMP
+  if (!timers.JobDue()) characterList.MaintainCharacters();  // PUMP
 }
 
 // From the menu no command is running that could have parameters.

@@ -14,8 +14,11 @@
 #include "commands/dispatcher.h"
 #include "commands/errors.h"
 #include "commands/script_file_state.h"
+#include "dialogs/character_list.h"
 #include "dialogs/gen_dialog.h"
 #include "dialogs/prompts.h"
+#include "dialogs/quick_connect.h"
+#include "dialogs/variable_list.h"
 #include "files/buffers.h"
 #include "files/saving.h"
 #include "files/user_folder.h"
@@ -52,7 +55,6 @@ class Corvid : public Screens {
 
   // --- Screens ---
   void MaintainCharacters() override;
-  void MaintainVariables();
   void OpenDebugger();
   int16 SelectScreenReader() override;
   void quit(bool Mandatory) override { start.quit(Mandatory); }
@@ -108,6 +110,9 @@ class Corvid : public Screens {
   TimerRoutines timers;
   GenDialog dialog;
   Prompts prompts;
+  CharacterList characterList;
+  QuickConnect quickConnect;
+  VariableList variableList;
   Speech speech;
   SpeechSettings speechSettings;
   VoiceKeys voiceKeys;

@@ -65,11 +65,19 @@ bool StartOrder::Form_Load(const StartRequest& request) {
   c.platform.face.ShowMain();
   trap.Step([&] { c.sessions.UpdateTitle(); });
   if (request.Connect.empty()) {
-    c.upcalls.jobs.StartTimer1(timeraction::OpenCharacters, FirstTick);
+    if (!GameBegun()) c.upcalls.jobs.StartTimer1(timeraction::OpenCharacters, FirstTick);
   } else {
     trap.Step([&] { ConnectAtOnce(request.Connect); });
   }
   return !c.platform.events.Ending();
+}
+
+// A start script may connect a character of its own, and then there is nothing to choose.
+bool StartOrder::GameBegun() const {
+  const SessionState& sessions = house_.sessionState;
+  for (int16 Index = 0; Index <= sessions.SessionHigh; ++Index)
+    if (!sessions.SessionRef[Index].empty()) return true;
+  return false;
 }
 
 // A newcomer is asked nothing: the practice game's own folder is filled from the shipped files and kept as new as they

@@ -71,6 +71,7 @@ class StartOrder {
   void Form_Unload();
 
  private:
+  bool GameBegun() const;
   void PreparePractice(const std::string& folder);
   void AddPracticeCharacter(const std::string& port);
   void LoadStartScripts();

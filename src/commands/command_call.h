@@ -35,6 +35,7 @@ class Sessions;
 class Sound;
 class Speech;
 class Symbols;
+class VariableList;
 struct CommandRow;
 struct ControlState;
 struct MusicState;
@@ -66,6 +67,7 @@ struct CommandHouse {
   MusicState& musicState;
   Music& music;
   Debugger& debugger;
+  VariableList& variables;
 };
 
 // What comes after a command.

@@ -5,6 +5,7 @@
 #include "commands/handlers.h"
 #include "core/keys.h"
 #include "core/text.h"
+#include "dialogs/variable_list.h"
 #include "script/symbols.h"
 
 namespace corvid {
@@ -56,7 +57,7 @@ void handler::Key(CommandCall& call) {
 
 void handler::Variable(CommandCall& call) {
   if (call.checkOnly() || !ExpandParameters(call)) return;
-  if (call.count() == 0) return call.fail("The list of variables is not built yet");
+  if (call.count() == 0) return call.house.variables.MaintainVariables();  // PUMP
   Symbols& symbols = call.house.symbols;
   if (call.count() == 3) {
     symbols.AddVariable(call.P[2], call.P[3], call.definitionOwner, call.ErrorDescription, call.P[4]);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/quick_connect.h"
 
-#include <algorithm>
-
 #include "core/keys.h"
 #include "core/text.h"
 
@@ -16,71 +14,63 @@ constexpr const char* QuickName = "QUICKCONNECT";
 }  // namespace
 
 QuickConnect::QuickConnect(SessionState& sessions, CharacterFile& characters, GenDialog& dialog, Upcalls& upcalls,
-                           std::function<void(int16 row)> open)
-    : sessions_(sessions), characters_(characters), dialog_(dialog), upcalls_(upcalls), open_(std::move(open)) {}
-
-std::vector<std::string> QuickConnect::FillList() {
-  choices_.clear();
-  names_.clear();
-  std::vector<std::string> items;
-  for (int16 row = 1; row <= sessions_.CharacterCount; ++row) {
-    const Choice choice{sessions_.HostName[row], sessions_.Port[row]};
-    if (choice.host.empty() || choice.port.empty()) continue;
-    const bool known = std::any_of(choices_.begin(), choices_.end(), [&](const Choice& other) {
-      return SameText(other.host, choice.host) && other.port == choice.port;
-    });
-    if (known) continue;
-    choices_.push_back(choice);
-    names_.push_back(sessions_.MudName[row]);
-    items.push_back(sessions_.MudName[row] + " " + choice.host + " Port " + choice.port);
-  }
-  return items;
-}
+                           std::function<void(int16 row)> open, std::function<bool(int16 row)> inUse)
+    : sessions_(sessions),
+      characters_(characters),
+      dialog_(dialog),
+      upcalls_(upcalls),
+      open_(std::move(open)),
+      inUse_(std::move(inUse)) {}
 
 // The question takes the place of the list, so the list is shown anew whatever the answer.
-bool QuickConnect::AskDelete(int32 row) {
-  const Choice choice = choices_.at(static_cast<std::size_t>(row));
-  const std::string mud = names_.at(static_cast<std::size_t>(row));
+void QuickConnect::AskDelete(const MudChoice& mud) {
+  if (TellInUse(mud)) return;  // PUMP
   const int16 answer = upcalls_.prompter.MsgBox(
-      "Are you sure you want to delete " + mud + " " + choice.host + " and all characters used in this Mud?",
-      box::YesNo, "Delete Character");
-  if (answer != box::ResultYes) return false;
-  for (int16 at = 1; at <= sessions_.CharacterCount; ++at) {
-    if (!SameText(sessions_.HostName[at], choice.host) || sessions_.Port[at] != choice.port) continue;
-    for (Table<std::string>* column : {&sessions_.MudName, &sessions_.HostName, &sessions_.Notes, &sessions_.Port,
-                                       &sessions_.CharacterName, &sessions_.CharacterRef, &sessions_.Password})
-      (*column)[at].clear();
-    sessions_.CharFlags[at] = 0;
-    sessions_.LastConnected[at].clear();
-  }
-  characters_.writeMudFile();
-  return true;
+      "Are you sure you want to delete " + mud.MudName + " " + mud.HostName + " and all characters used in this Mud?",
+      box::YesNo, "Delete Character");  // PUMP
+  if (answer != box::ResultYes || TellInUse(mud)) return;
+  for (int16 row = 1; row <= sessions_.CharacterCount; ++row)
+    if (IsOfMud(sessions_, row, mud)) ClearCharacter(sessions_, row);
+  characters_.writeMudFile();  // PUMP
 }
 
-void QuickConnect::Connect(const Choice& choice) {
+// A session reads its character's row as long as it lives.
+bool QuickConnect::TellInUse(const MudChoice& mud) {
+  for (int16 row = 1; row <= sessions_.CharacterCount; ++row) {
+    if (!IsOfMud(sessions_, row, mud) || !inUse_(row)) continue;
+    const std::string& reference = sessions_.CharacterRef[row];
+    upcalls_.prompter.MsgBox((reference.empty() ? mud.MudName : reference) +
+                                 " is in use. Disconnect and unload the character before you delete it.",
+                             box::OkOnly, "Delete Character");  // PUMP
+    return true;
+  }
+  return false;
+}
+
+void QuickConnect::Connect(const MudChoice& choice) {
   int16 row = 0;
   for (int16 at = 1; at <= sessions_.CharacterCount && row == 0; ++at) {
-    if (sessions_.MudName[at] == QuickMud && sessions_.CharacterName[at] == QuickName &&
-        SameText(sessions_.HostName[at], choice.host) && sessions_.Port[at] == choice.port)
+    if (sessions_.MudName[at] == QuickMud && sessions_.CharacterName[at] == QuickName && IsOfMud(sessions_, at, choice))
       row = at;
   }
   if (row == 0) {
     row = AddCharacter(sessions_);
     sessions_.MudName[row] = QuickMud;
     sessions_.CharacterName[row] = QuickName;
-    sessions_.HostName[row] = choice.host;
-    sessions_.Port[row] = choice.port;
+    sessions_.HostName[row] = choice.HostName;
+    sessions_.Port[row] = choice.Port;
   }
   open_(row);
 }
 
 void QuickConnect::Show() {
-  Choice chosen;
+  std::vector<MudChoice> choices;
+  MudChoice chosen;
   int32 toDelete = -1;
   const auto fromList = [&] {
     const int32 row = dialog_.Control(ControlKind::List, 1).ListIndex;
     if (row < 0) return false;
-    chosen = choices_.at(static_cast<std::size_t>(row));
+    chosen = choices.at(static_cast<std::size_t>(row));
     dialog_.End(FromList);
     return true;
   };
@@ -93,7 +83,7 @@ void QuickConnect::Show() {
       const std::string host = Trim(dialog_.Control(ControlKind::TextBox, 1).Text);
       const std::string port = Trim(dialog_.Control(ControlKind::TextBox, 2).Text);
       if (host.empty() && fromList()) return;
-      chosen = {host, port};
+      chosen = {QuickMud, host, port};
       dialog_.End(1);
     } else if (at.Kind == ControlKind::List && at.Event == DialogEvent::DoubleClick) {
       fromList();
@@ -105,10 +95,10 @@ void QuickConnect::Show() {
   };
   for (;;) {
     toDelete = -1;
-    const std::vector<std::string> items = FillList();
+    choices = MudChoices(sessions_);
     dialog_.Form_Init(QuickName, "Quick Connect", handler);
     dialog_.MakeLabel(300, 500, 295, 3000, "Select Mud");
-    dialog_.MakeList(-200, 500, 2500, 6000, items, 0, "Mud List");
+    dialog_.MakeList(-200, 500, 2500, 6000, MudRows(choices), 0, "Mud List");
     dialog_.MakeLabel(-300, 500, 295, 1500, "Host Name");
     dialog_.MakeTextBox(0, -200, 295, 4000, "");
     dialog_.MakeLabel(-200, 500, 295, 1500, "Port Number");
@@ -118,10 +108,10 @@ void QuickConnect::Show() {
     dialog_.SetCommandButtons(1, 2);
     dialog_.ShowForm(500, 500);
     if (toDelete < 0) break;
-    AskDelete(toDelete);
+    AskDelete(choices.at(static_cast<std::size_t>(toDelete)));
   }
   if (dialog_.GDResult != 1 && dialog_.GDResult != FromList) return;
-  if (chosen.host.empty()) {
+  if (chosen.HostName.empty()) {
     upcalls_.errors.ShowError("A host name is needed to connect.");
     return;
   }

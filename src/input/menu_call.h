@@ -13,7 +13,11 @@
 namespace corvid {
 
 class Buffers;
+class CharacterList;
 class GenDialog;
+class QuickConnect;
+class Sessions;
+class VariableList;
 struct BufferState;
 struct KeyboardState;
 struct OptionsState;
@@ -34,6 +38,10 @@ struct MenuHouse {
   GenDialog& dialog;
   Platform& platform;
   Upcalls& upcalls;
+  Sessions& sessionRoutines;
+  CharacterList& characters;
+  QuickConnect& quickConnect;
+  VariableList& variables;
   std::function<void()> DebugRoutine;  // the script debugger
 };
 
@@ -67,8 +75,20 @@ using MenuAction = void (*)(MenuCall& call);
 // Runs a command as an outer source, its errors in a message box. The command character is put before it. True when it
 // worked. May pump events.
 bool RunMenuCommand(MenuHouse& house, const std::string& command, int16 moreOptions = 0);
+// The same for an item that closes the list first and says words afterwards.
+void RunAndSay(MenuCall& call, const std::string& command, const std::string& words);
 
 namespace menuitem {
+
+// CONNECT
+void CharacterSetup(MenuCall& call);
+void DisconnectCharacter(MenuCall& call);
+void ConnectQuickly(MenuCall& call);
+void Reconnect(MenuCall& call);
+void ReloadScripts(MenuCall& call);
+
+// EDIT
+void EditVariables(MenuCall& call);
 
 // AUTOWALK
 void BeginRecording(MenuCall& call);

@@ -10,16 +10,27 @@ namespace corvid {
 
 namespace {
 
-constexpr std::string_view Tools = "TOOLS", AutoWalk = "AUTOWALK";
+constexpr std::string_view Tools = "TOOLS", AutoWalk = "AUTOWALK", Connect = "CONNECT", Edit = "EDIT";
 
 // Items that do nothing yet stand here too: the letter that finds an item must not change its meaning later.
 constexpr std::array menuItems{
     MenuItem{menuname::Main, "File"},
-    MenuItem{menuname::Main, "Edit"},
-    MenuItem{menuname::Main, "Connect"},
+    MenuItem{menuname::Main, "Edit", Edit},
+    MenuItem{menuname::Main, "Connect", Connect},
     MenuItem{menuname::Main, "Tools and Preferences", Tools},
     MenuItem{menuname::Main, "Windows"},
     MenuItem{menuname::Main, "Help"},
+
+    MenuItem{Edit, "Triggers"},
+    MenuItem{Edit, "Aliases"},
+    MenuItem{Edit, "Keys"},
+    MenuItem{Edit, "Variables", "", menuitem::EditVariables},
+
+    MenuItem{Connect, "Character Setup/Connect", "", menuitem::CharacterSetup},
+    MenuItem{Connect, "Disconnect/Unload Character", "", menuitem::DisconnectCharacter},
+    MenuItem{Connect, "Quick Connect", "", menuitem::ConnectQuickly},
+    MenuItem{Connect, "Reconnect", "", menuitem::Reconnect},
+    MenuItem{Connect, "RELOAD", "", menuitem::ReloadScripts},
 
     MenuItem{Tools, "Record Commands/Speed Walk", AutoWalk},
     MenuItem{Tools, "SPEECH"},
@@ -48,7 +59,8 @@ struct MenuTitle {
 };
 
 constexpr std::array menuTitles{
-    MenuTitle{menuname::Main, "Main menu"},  MenuTitle{Tools, "Tools and Preferences"},
+    MenuTitle{menuname::Main, "Main menu"},  MenuTitle{Edit, "Edit"},
+    MenuTitle{Connect, "Connect"},           MenuTitle{Tools, "Tools and Preferences"},
     MenuTitle{AutoWalk, "Speed walk"},       MenuTitle{menuname::OneTime, "Tab words"},
     MenuTitle{menuname::Classes, "Classes"},
 };
@@ -66,15 +78,15 @@ constexpr bool SameCode(std::string_view words, std::string_view others) {
   return true;
 }
 
-constexpr bool CodesDiffer() {
-  for (std::size_t i = 0; i < menuItems.size(); ++i) {
-    if (menuItems[i].Words.size() < CodeLength) return false;
+// How many items have the code of an earlier one of their menu; such an item is found by all of its words alone.
+constexpr int SharedCodes() {
+  int shared = 0;
+  for (std::size_t i = 0; i < menuItems.size(); ++i)
     for (std::size_t j = i + 1; j < menuItems.size(); ++j)
-      if (menuItems[i].Menu == menuItems[j].Menu && SameCode(menuItems[i].Words, menuItems[j].Words)) return false;
-  }
-  return true;
+      if (menuItems[i].Menu == menuItems[j].Menu && SameCode(menuItems[i].Words, menuItems[j].Words)) ++shared;
+  return shared;
 }
-static_assert(CodesDiffer(), "two items of a menu begin with the same two characters");
+static_assert(SharedCodes() == 1, "besides Reconnect and RELOAD two items begin with the same two characters");
 
 }  // namespace
 
@@ -82,9 +94,11 @@ std::span<const MenuItem> MenuTable::Items() {
   return menuItems;
 }
 
-const MenuItem* MenuTable::Find(std::string_view menu, std::string_view code) {
-  for (const MenuItem& item : menuItems)
-    if (item.Menu == menu && SameCode(item.Words, code)) return &item;
+const MenuItem* MenuTable::Find(std::string_view menu, std::string_view item) {
+  for (const MenuItem& each : menuItems)
+    if (each.Menu == menu && SameText(each.Words, item)) return &each;
+  for (const MenuItem& each : menuItems)
+    if (each.Menu == menu && SameCode(each.Words, item)) return &each;
   return nullptr;
 }
 

@@ -12,10 +12,10 @@
 namespace corvid {
 
 struct MenuItem {
-  std::string_view Menu;        // upper case
-  std::string_view Words;       // the first two characters are its code, unique within the menu
-  std::string_view Opens = {};  // name of the menu that it leads to; empty: none
-  MenuAction Choose = nullptr;  // what it does; without both it is not built yet
+  std::string_view Menu;                                   // upper case
+  std::string_view Words;                                  // the first two characters are its code
+  std::string_view Opens = {};                             // name of the menu that it leads to; empty: none
+  MenuAction Choose = nullptr;                             // what it does; without both it is not built yet
   std::string (*State)(const MenuHouse& house) = nullptr;  // shown behind the words
 };
 
@@ -32,8 +32,8 @@ inline constexpr std::string_view Main = "MAIN", Buffer = "BUFFERMENU", OneTime 
 class MenuTable {
  public:
   static std::span<const MenuItem> Items();
-  // code is the two upper-case characters behind "//". nullptr when the menu has no such item.
-  static const MenuItem* Find(std::string_view menu, std::string_view code);
+  // What stands behind "//": the words of an item, or any text with its code. nullptr when the menu has no such item.
+  static const MenuItem* Find(std::string_view menu, std::string_view item);
   static bool Has(std::string_view menu);
   static const MomentList* FindList(std::string_view menu);
   // What a player calls the menu; its name where it has no other.

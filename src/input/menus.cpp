@@ -100,7 +100,7 @@ void Menus::MenuRoutine(const std::string& FSelection) {
   if (const MomentList* list = MenuTable::FindList(name)) return list->Choose(call);  // PUMP
   const std::string code = Upper(std::string_view(item).substr(0, CodeLength));
   if (code == WholeMenu) return ShowMenu(name);
-  const MenuItem* chosen = MenuTable::Find(name, code);
+  const MenuItem* chosen = MenuTable::Find(name, item);
   if (chosen == nullptr) return;
   if (chosen->Choose != nullptr) {
     chosen->Choose(call);  // PUMP

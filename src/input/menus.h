@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The menus: a list that comes up over the entry line and is read item by item. Every menu is shown, and every item
 // carried out, by a selection code: the menu's name, "//", and the first two characters of the item; "00" is the menu
-// itself.
+// itself. Where two items have one code, the first is meant, and the other by all of its words.
 #pragma once
 
 #include <string>

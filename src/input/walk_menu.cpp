@@ -2,6 +2,7 @@
 // The menu of recorded walks.
 #include "core/upcalls.h"
 #include "dialogs/finish_recording.h"
+#include "dialogs/outer_command.h"
 #include "files/buffers.h"
 #include "input/menu_call.h"
 #include "platform/platform.h"
@@ -14,12 +15,6 @@ namespace corvid {
 namespace {
 
 constexpr int16 RecordingOn = 2;  // of WalkState
-
-void RunAndSay(MenuCall& call, const std::string& command, const std::string& words) {
-  call.list.CloseListBox();
-  RunMenuCommand(call.house, command);  // PUMP
-  call.house.upcalls.speaker.SpeakOut(words, Channel::Incoming, 0);
-}
 
 std::string Keywords(const FinishedRecording& answer) {
   std::string words;
@@ -34,15 +29,15 @@ std::string Keywords(const FinishedRecording& answer) {
 
 }  // namespace
 
+void RunAndSay(MenuCall& call, const std::string& command, const std::string& words) {
+  call.list.CloseListBox();
+  RunMenuCommand(call.house, command);  // PUMP
+  call.house.upcalls.speaker.SpeakOut(words, Channel::Incoming, 0);
+}
+
 bool RunMenuCommand(MenuHouse& house, const std::string& command, int16 moreOptions) {
-  auto options = static_cast<int16>(option::Interactive | moreOptions);
-  std::string ErrorDescription;
-  Parameters rvar;
-  int16 outchannel = CurrentSession;
-  house.script.CommandDepth = 0;
-  house.upcalls.commands.ProcessCommand(house.options.CommandChar + command, options, ErrorDescription, rvar,
-                                        outchannel);  // PUMP
-  return ErrorDescription.empty();
+  const auto flags = static_cast<int16>(option::Interactive | moreOptions);
+  return RunOuterCommand(house.script, house.options, house.upcalls, command, flags).empty();  // PUMP
 }
 
 void menuitem::BeginRecording(MenuCall& call) {

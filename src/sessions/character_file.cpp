@@ -154,6 +154,18 @@ int16 FindCharacter(const CharacterTable& table, std::string_view reference) {
   return 0;
 }
 
+void ClearCharacter(CharacterTable& table, int16 row) {
+  for (Table<std::string>* column : {&table.MudName, &table.HostName, &table.Notes, &table.Port, &table.CharacterName,
+                                     &table.CharacterRef, &table.Password, &table.LastConnected})
+    (*column)[row].clear();
+  table.CharFlags[row] = 0;
+}
+
+bool IsClear(const CharacterTable& table, int16 row) {
+  return table.MudName[row].empty() && table.HostName[row].empty() && table.CharacterName[row].empty() &&
+         table.CharacterRef[row].empty();
+}
+
 CharacterFile::CharacterFile(SessionState& sessions, OptionsState& options, Platform& platform, Upcalls& upcalls)
     : sessions_(sessions), options_(options), platform_(platform), upcalls_(upcalls) {}
 

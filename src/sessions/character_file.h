@@ -21,6 +21,9 @@ bool ParseCharacters(std::string_view text, CharacterTable& table);
 int16 AddCharacter(CharacterTable& table);
 // Row of a reference in any case, 0 for none.
 int16 FindCharacter(const CharacterTable& table, std::string_view reference);
+// Empties a row. It stays where it is, since sessions and definitions name their character by its row.
+void ClearCharacter(CharacterTable& table, int16 row);
+bool IsClear(const CharacterTable& table, int16 row);
 
 class CharacterFile {
  public:

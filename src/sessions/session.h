@@ -58,6 +58,15 @@ class Sessions final : public SocketEvents {
   // CompressCommand. False, with everything still there, when the disk refused what was to be saved; the player has
   // been told. May pump events.
   bool RemoveCharacter(int16 ownedBy);
+  // True while a session has the row's character; true while its connection stands or is being made.
+  bool IsLoaded(int16 MudIndex) const;
+  bool IsConnected(int16 MudIndex) const;
+  // Forgets the character of a session that is not connected, clears its window and leaves the slot unused. False, with
+  // the session as it was, when RemoveCharacter refused or it has been connected meanwhile. May pump events.
+  bool UnloadSession(int16 Index);
+  // To be called when the row was edited: its sessions go on under the new names, and keep their files in the folder of
+  // the new Mud.
+  void CharacterEdited(int16 MudIndex);
   // Makes i the highest slot: every per-session array, its socket and its viewports. 0 at the start. A socket that
   // cannot be made is told and the program goes on. May pump events then.
   void ResizeConnections(int16 i);

@@ -11,6 +11,8 @@
 namespace corvid {
 namespace {
 
+using Texts = std::vector<std::string>;
+
 bool Holds(const std::vector<std::string>& texts, const std::string& wanted) {
   return std::find(texts.begin(), texts.end(), wanted) != texts.end();
 }
@@ -193,14 +195,73 @@ TEST_F(ProgramTest, DamagedCharacterFileLeavesOneRowAndIsReplacedByTheNextWrite)
   EXPECT_EQ(corvid->sessionState.CharacterName[1], "QUICKCONNECT");
 }
 
-TEST_F(ProgramTest, WithoutAGameTheFirstTickSaysWhatIsNotThereYet) {
+TEST_F(ProgramTest, WithoutAGameTheFirstTickOpensTheListOfCharacters) {
   ASSERT_TRUE(StartPractice(""));
   memory.effects.Clear();
+  memory.face.Will("Exit  Esc");
   memory.loop.Pass(400);
   EXPECT_TRUE(memory.effects.Of("speech").empty());
+  EXPECT_TRUE(memory.effects.Of("dialog").empty());
   memory.loop.Pass(200);
-  ASSERT_EQ(memory.effects.Of("speech").size(), 1U) << memory.effects.Transcript();
-  EXPECT_NE(memory.effects.Of("speech")[0].find("not built yet"), std::string::npos);
+  EXPECT_EQ(memory.effects.Of("dialog"), Texts{"CHARACTER1 Mud Character List|Character References"});
+  EXPECT_TRUE(Holds(memory.effects.Of("speech"), "5 practice - Magpie Cross")) << memory.effects.Transcript();
+  EXPECT_EQ(memory.face.AnswersLeft(), 0U);
+}
+
+TEST_F(ProgramTest, WhoTypesAtOnceIsNotKeptByTheList) {
+  ASSERT_TRUE(StartPractice(""));
+  Type("#CONNECT practice");
+  memory.loop.Pass(1000);
+  EXPECT_EQ(memory.face.Title, "Corvid [practice");
+  EXPECT_TRUE(memory.effects.Of("dialog").empty()) << memory.effects.Transcript();
+}
+
+TEST_F(ProgramTest, AStartScriptThatConnectsLeavesNothingToChoose) {
+  memory.files.Put("/app/start.set", "#MUD bob Aard aard.example 4000 Bob secret\r\n#CONNECT bob\r\n");
+  ASSERT_TRUE(StartPractice(""));
+  EXPECT_EQ(memory.face.Title, "Corvid [bob");
+  memory.loop.Pass(1000);
+  EXPECT_TRUE(memory.effects.Of("dialog").empty()) << memory.effects.Transcript();
+}
+
+TEST_F(ProgramTest, ANewcomersFirstGameIsWrittenDownAndConnected) {
+  constexpr int32 name = 1, reference = 3, mud = 7, host = 9, port = 11, password = 15;
+  ASSERT_TRUE(StartPractice(""));
+  memory.face.Will("Add  Control-A");
+  memory.face.Will({"OK",
+                    {{name, "Hero"},
+                     {reference, "mine"},
+                     {mud, "My Game"},
+                     {host, "mud.example"},
+                     {port, "4000"},
+                     {password, "secret"}},
+                    {},
+                    {}});
+  memory.face.Will("Connect");
+  memory.loop.Pass(600);
+  EXPECT_TRUE(memory.sockets.Connected(1));
+  EXPECT_EQ(memory.sockets.Port(1), "4000");
+  EXPECT_EQ(memory.face.Title, "Corvid [mine");
+  EXPECT_TRUE(memory.files.FileExists("/data/My Game/mine.set"));
+  EXPECT_TRUE(memory.files.IsPrivate("/data/Character.mud"));
+  EXPECT_TRUE(memory.effects.Of("unanswered").empty()) << memory.effects.Transcript();
+  for (const std::string& spoken : memory.effects.Of("speech"))
+    EXPECT_EQ(spoken.find("secret"), std::string::npos) << spoken;
+}
+
+TEST_F(ProgramTest, TheMenuOffersTheListAndQuickConnections) {
+  ASSERT_TRUE(StartPractice("practice"));
+  memory.effects.Clear();
+  memory.face.Will("Exit  Esc");
+  Type("#AUTOMENU {Main|Connect|Character}");
+  memory.face.Will({"Connect", {{3, "new.example"}, {5, "5000"}}, {}, {}});
+  Type("#AUTOMENU {Main|Connect|Quick}");
+  EXPECT_TRUE(memory.sockets.Connected(2));
+  EXPECT_EQ(memory.face.Title, "Corvid [MUD");
+  EXPECT_TRUE(memory.effects.Of("unanswered").empty()) << memory.effects.Transcript();
+  memory.face.Will("Done");
+  Type("#VARIABLE");
+  EXPECT_EQ(memory.effects.Of("dialog").back(), "DEBUGVAR View & Set Variables|Variables");
 }
 
 TEST_F(ProgramTest, KillAllPutsTheWindowsBackAsTheOptionsSay) {

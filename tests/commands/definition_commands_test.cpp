@@ -168,7 +168,16 @@ TEST_F(DefinitionTest, VariablesHaveDefaults) {
   EXPECT_EQ(Variable("z"), "");
   EXPECT_EQ(Run("#VAR 9x 1;#VAR a_b 1"), "");
   EXPECT_EQ(script.VariableCount, 3);
-  EXPECT_EQ(Run("#VAR"), "The list of variables is not built yet");
+}
+
+TEST_F(DefinitionTest, VariableAloneOpensTheListOfVariables) {
+  AddVariable("x", "1");
+  for (const char* command : {"#VAR", "#GVARIABLE"}) {
+    memory.face.Will("Done");
+    EXPECT_EQ(Run(command), "");
+    EXPECT_EQ(memory.effects.Of("dialog").back(), "DEBUGVAR View & Set Variables|Variables");
+    EXPECT_EQ(memory.face.AnswersLeft(), 0U);
+  }
 }
 
 TEST_F(DefinitionTest, AnAssignmentOfACharacterChangesTheVariableOfEverybody) {

@@ -17,7 +17,10 @@
 #include "commands/errors.h"
 #include "commands/script_file_state.h"
 #include "core/text.h"
+#include "dialogs/character_list.h"
 #include "dialogs/gen_dialog.h"
+#include "dialogs/quick_connect.h"
+#include "dialogs/variable_list.h"
 #include "files/buffers.h"
 #include "files/option_rows.h"
 #include "files/saving.h"
@@ -284,12 +287,16 @@ class CommandTest : public ::testing::Test {
   Alarms alarms{control, script, platform, upcalls};
   MenuState menu;
   GenDialog dialog{platform, upcalls, voices};
-  Menus menus{{menu, script, options, buffers, sessions, keyboard, scriptFiles, dialog, platform, upcalls, [] {}}};
+  QuickConnect quickConnect{sessions, characters, dialog, upcalls, [](int16) {}, [](int16) { return false; }};
+  CharacterList characterList{script, options, sessions, characters, sessionRoutines, dialog, platform, upcalls};
+  VariableList variables{script, options, symbols, dialog, platform, upcalls};
+  Menus menus{{menu, script, options, buffers, sessions, keyboard, scriptFiles, dialog, platform, upcalls,
+               sessionRoutines, characterList, quickConnect, variables, [] {}}};
   Debugger debugger{{debugState, script, sessions, expansion, expressions, receive, dialog, platform, upcalls, [] {}}};
   CommandHouse house{script,  options,    buffers,     sessions,    keyboard,        control, symbols,
                      scanner, expansion,  expressions, scriptFiles, sessionRoutines, windows, logs,
                      alarms,  dataFiles,  platform,    upcalls,     voices,          speech,  menus,
-                     sound,   musicState, music,       debugger};
+                     sound,   musicState, music,       debugger,    variables};
   Dispatcher dispatcher{house};
   int16 LastOptions = 0;
   int16 LastChannel = 0;

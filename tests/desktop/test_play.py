@@ -104,6 +104,42 @@ class Play(unittest.TestCase):
     def row_with_focus(self, menu):
         return next((each.name for each in menu if has_focus(each)), None)
 
+    def named_dialog(self, name):
+        dialog = until(lambda: find(self.application, pyatspi.ROLE_DIALOG, name), f"the dialog {name!r}")
+        until(lambda: dialog.getState().contains(pyatspi.STATE_ACTIVE), f"the keys in the dialog {name!r}")
+        return dialog
+
+    def test_the_list_of_characters_and_its_form_are_named_and_in_order(self):
+        self.log_in()
+        keys("Alt_L")
+        self.list_menu("Main menu")
+        type_text("cc")
+        characters = self.named_dialog("Mud Character List")
+        rows = until(lambda: find(characters, pyatspi.ROLE_LIST, "Characters"), "the list")
+        self.assertEqual([row.name for row in rows], ["practice - Magpie Cross"])
+        self.assertEqual([each.name for each in pyatspi.findAllDescendants(
+            characters, lambda each: each.getRole() == pyatspi.ROLE_PUSH_BUTTON)],
+            ["Connect", "Work Offline  Control-O", "Add  Control-A", "Edit/View  Control-E", "Delete  Del",
+             "Exit  Esc"])
+        keys("ctrl+e")
+        form = self.named_dialog("Edit Character")
+        for name in ("Character Name", "Character Ref.", "Magpie Cross 127.0.0.1 Port", "Mud Name", "Host Name",
+                     "Port Number", "Notes and Description", "Password", "Auto Login", "Keep Variable Values",
+                     "Simple Script Control", "OK", "Cancel"):
+            until(lambda: pyatspi.findDescendant(
+                form, lambda each: has_focus(each) and each.name.startswith(name)), f"the focus in {name!r}")
+            if name == "Password":
+                type_text("opensesame")
+                password = find(form, pyatspi.ROLE_PASSWORD_TEXT, "Password")
+                until(lambda: password.queryText().characterCount == len("opensesame"), "ten signs in the password")
+                self.assertNotIn("sesame", text_of(password))
+            if name != "Cancel":
+                keys("Tab")
+        keys("Escape")
+        self.named_dialog("Mud Character List")
+        keys("Escape")
+        until(lambda: has_focus(self.entry), "the focus in the entry")
+
     def test_a_menu_is_a_list_that_is_read_and_left_by_keys(self):
         self.log_in()
         keys("Alt_L")

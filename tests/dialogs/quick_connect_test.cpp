@@ -36,7 +36,13 @@ class QuickConnectTest : public testing::Test {
   Prompts prompts{dialog, speech, platform, upcalls};
   CharacterFile characters{sessions, options, platform, upcalls};
   std::vector<int16> opened;
-  QuickConnect quick{sessions, characters, dialog, upcalls, [this](int16 row) { opened.push_back(row); }};
+  int16 inUse = 0;
+  QuickConnect quick{sessions,
+                     characters,
+                     dialog,
+                     upcalls,
+                     [this](int16 row) { opened.push_back(row); },
+                     [this](int16 row) { return row == inUse; }};
 
   void SetUp() override {
     questions.real = &prompts;
@@ -124,6 +130,28 @@ TEST_F(QuickConnectTest, DeleteAsksAndBlanksEveryCharacterOfTheMud) {
   const std::string left = R"("Moor","moor.example","","23","Cid","cid","",0,"")"
                            "\r\n";
   EXPECT_EQ(Scramble(memory.files.ReadWhole("/data/Character.mud")), blank + blank + left);
+}
+
+TEST_F(QuickConnectTest, AMudThatIsPlayedIsNotDeleted) {
+  inUse = 2;
+  int step = 0;
+  std::string told;
+  memory.loop.Idle = [&] {
+    if (++step == 1) {
+      int16 key = keycode::Delete;
+      int16 shift = 0;
+      memory.face.OpenEvents()->DialogHappened(1, DialogEvent::KeyDown, key, shift);
+      return true;
+    }
+    const DialogModel& model = *memory.face.OpenModel();
+    if (model.Code == "MSGBOX") told = model.Title + ": " + model.Controls[0].Text;
+    memory.face.Will(model.Code == "MSGBOX" ? "Ok" : "Cancel    Esc");
+    return memory.face.AnswerDialog();
+  };
+  quick.Show();
+  EXPECT_EQ(told, "Delete Character: ann is in use. Disconnect and unload the character before you delete it.");
+  EXPECT_EQ(sessions.CharacterRef[1] + sessions.CharacterRef[2], "bobann");
+  EXPECT_FALSE(memory.files.FileExists("/data/Character.mud"));
 }
 
 TEST_F(QuickConnectTest, NoDeletesNothing) {

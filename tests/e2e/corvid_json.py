@@ -43,6 +43,12 @@ class Corvid:
         self.process.stdin.write(json.dumps(request).encode() + b"\n")
         self.process.stdin.flush()
 
+    def pass_the_list(self):
+        """Leaves the list of characters, which opens by itself where the start names no character."""
+        self.event("dialog", code="CHARACTER1")
+        self.send(key="Escape")
+        self.event("dialog-closed", code="CHARACTER1")
+
     def line(self, text):
         self.send(line=text)
 
@@ -142,5 +148,6 @@ def prepared_folder(*characters, options=""):
     (folder / "speech.ini").write_bytes(scrambled("\r\n".join(rows) + "\r\n"))
     table = "".join(f'"{mud}","127.0.0.1","","{port}","{name}","{ref}","{password}",{flags},""\r\n'
                     for mud, port, name, ref, password, flags in characters)
-    (folder / "Character.mud").write_bytes(scrambled(table))
+    if characters:
+        (folder / "Character.mud").write_bytes(scrambled(table))
     return folder

@@ -19,6 +19,7 @@ class Games(unittest.TestCase):
         self.addCleanup(lambda: shutil.rmtree(self.folder, ignore_errors=True))
         self.corvid = Corvid(data=self.folder)
         self.addCleanup(lambda: shutil.rmtree(self.corvid.home, ignore_errors=True))
+        self.corvid.pass_the_list()
         return self.corvid
 
     def connect(self, name):
@@ -167,6 +168,7 @@ class Games(unittest.TestCase):
         self.assertEqual((self.folder / "Character.mud").stat().st_mode & 0o777, 0o600)
         self.corvid = Corvid(data=self.folder)
         self.addCleanup(lambda: shutil.rmtree(self.corvid.home, ignore_errors=True))
+        self.corvid.pass_the_list()
         self.connect("hero")
         self.finish()
 

@@ -5,7 +5,10 @@
 #include <string>
 
 #include "core/keys.h"
+#include "dialogs/character_list.h"
 #include "dialogs/gen_dialog.h"
+#include "dialogs/quick_connect.h"
+#include "dialogs/variable_list.h"
 #include "input/keyboard.h"
 #include "sessions/fixture.h"
 
@@ -53,8 +56,13 @@ class KeyboardTest : public SessionTest {
   SpeechState speech;
   MenuState menu;
   GenDialog dialog{platform, upcalls, speech};
-  Menus menus{{menu, script, options, buffers, state, keyboard, scriptFiles, dialog, platform, upcalls,
-               [this] { memory.effects.Add("screen", "debugger"); }}};
+  std::vector<int16> opened;  // rows that quick connections opened
+  QuickConnect quickConnect{
+      state, characters, dialog, upcalls, [this](int16 row) { opened.push_back(row); }, [](int16) { return false; }};
+  CharacterList characterList{script, options, state, characters, sessions, dialog, platform, upcalls};
+  VariableList variables{script, options, symbols, dialog, platform, upcalls};
+  Menus menus{{menu, script, options, buffers, state, keyboard, scriptFiles, dialog, platform, upcalls, sessions,
+               characterList, quickConnect, variables, [this] { memory.effects.Add("screen", "debugger"); }}};
   Keyboard keys{{script, options, buffers, state, speech, keyboard},
                 symbols,
                 scanner,
