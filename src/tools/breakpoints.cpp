@@ -123,6 +123,7 @@ std::vector<Listed> RowsOf(const MarkedTable& table, OwnerId inForce) {
   }
   std::stable_sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<Listed> listed;
+  listed.reserve(rows.size());
   for (auto& row : rows) listed.push_back(std::move(row.second));
   return listed;
 }
@@ -131,6 +132,7 @@ std::vector<Listed> RowsOf(const MarkedTable& table, OwnerId inForce) {
 int16 Choose(GenDialog& dialog, const Words& words, std::vector<Listed>& rows) {
   std::vector<std::string> items;
   std::vector<bool> marks;
+  items.reserve(rows.size());
   for (const Listed& row : rows) {
     items.push_back((row.Marked ? "[Breakpoint] " : "") + row.Row);
     marks.push_back(row.Marked);
