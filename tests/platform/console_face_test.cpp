@@ -73,6 +73,8 @@ class EchoProgram : public FaceEvents, public DialogEvents {
       shown.Append("Bob");
       shown.Append(" waves\r\n");
       hidden.Append("Ann waves\r\n");
+    } else if (line == "empty menu") {
+      face.ShowListMenu({"ONETIME", "Tab words", {}, -1});
     } else if (line == "menu") {
       face.ShowListMenu({"MAIN", "Main menu", rows, 0});
     } else if (line == "switch") {
@@ -233,6 +235,10 @@ TEST_F(ConsoleFaceTest, AListMenuIsNumberedAndARowIsNamed) {
               list + "A list is open: type the number of a row, or /c to close the list.\n")
         << none;
   EXPECT_EQ(Run("menu\n/?\n"), list + "1 File (chosen)\n2 Edit\n3 Find\n");
+}
+
+TEST_F(ConsoleFaceTest, AnEmptyListSaysSo) {
+  EXPECT_EQ(Run("empty menu\n").substr(0, 64), "=== Corvid\n--- Tab words ---\n(The list is empty. /c closes it.)\n");
 }
 
 TEST_F(ConsoleFaceTest, AWindowShownAnewTellsWhatWasMissed) {

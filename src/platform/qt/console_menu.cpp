@@ -21,6 +21,7 @@ void ConsoleMenu::Show(const ListMenuView& menu) {
 }
 
 void ConsoleMenu::ShowRows() {
+  if (menu_.Items.empty()) output_.Line("(The list is empty. /c closes it.)");
   const std::size_t end = std::min(menu_.Items.size(), firstRow_ + RowsAtOnce);
   for (std::size_t row = firstRow_; row < end; ++row)
     output_.Line(std::to_string(row + 1) + " " + menu_.Items[row] +
