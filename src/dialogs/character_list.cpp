@@ -134,7 +134,7 @@ void CharacterList::MaintainCharacters() {
       if (selected != 0) place = -1;
     } else if (place < 0) {
       Tell(EmptyList, ListTitle);  // PUMP
-    } else if (const Entry entry = entries.at(static_cast<std::size_t>(place)); Find(entry) == 0) {
+    } else if (const Entry& entry = entries.at(static_cast<std::size_t>(place)); Find(entry) == 0) {
       Tell("The character " + entry.Shown() + " is not in the list any more.", ListTitle);  // PUMP
     } else if (button == Remove) {
       Delete(entry);  // PUMP

@@ -125,7 +125,7 @@ void VariableList::MaintainVariables() {
 void VariableList::Find(const std::vector<Entry>& entries, int32& place) {
   const std::string wanted = Upper(upcalls_.prompter.TextPrompt("String?", "Find", 0, ""));  // PUMP
   if (wanted.empty()) return;
-  for (auto row = static_cast<std::size_t>(place + 1); row < entries.size(); ++row) {
+  for (auto row = static_cast<std::size_t>(place) + 1; row < entries.size(); ++row) {
     if (Upper(entries[row].row).find(wanted) == std::string::npos) continue;
     place = static_cast<int32>(row);
     return;
@@ -152,9 +152,8 @@ std::string VariableList::Add() {
 
 // The error text, empty when it worked.
 std::string VariableList::Define(const NewVariable& variable) {
-  const std::string problem =
-      Run((variable.Global ? "GVARIABLE {" : "VARIABLE {") + ScriptValue(variable.Name, options_) + "} {" +
-          ScriptValue(variable.Value, options_) + "}");  // PUMP
+  std::string problem = Run((variable.Global ? "GVARIABLE {" : "VARIABLE {") + ScriptValue(variable.Name, options_) +
+                            "} {" + ScriptValue(variable.Value, options_) + "}");  // PUMP
   if (!problem.empty()) return problem;
   const OwnerId owner = variable.Global ? OwnerId{0} : script_.CurrentOwner;
   if (symbols_.FindVariableRow(variable.Name, owner) != 0) return {};
