@@ -19,7 +19,7 @@ namespace {
 // A definition as the list shows it.
 struct Listed {
   std::string Row;  // without the mark
-  std::string Key;  // what it is known by when the table has moved: two with the same key are alike
+  std::string Key;  // what it is known by when the table has moved
   bool Marked = false;
 };
 
@@ -99,8 +99,8 @@ class AliasMarks final : public MarkedTable {
     const std::string& name = table_.AliasNames[row];
     const std::string& inClass = table_.AliasClasses[row];
     const std::string& commands = table_.AliasOriginals[row];
-    return {RowText(name, inClass, Owner(row), commands), KeyOf({name, inClass, std::to_string(Owner(row)), commands}),
-            Marked(row)};
+    // Scripts define their aliases anew all the time, with other commands and in other classes.
+    return {RowText(name, inClass, Owner(row), commands), KeyOf({name, std::to_string(Owner(row))}), Marked(row)};
   }
   bool Marked(int32 row) const override { return (table_.AliasFlags[row] & BreakpointFlag) != 0; }
   void Mark(int32 row, bool marked) override { table_.AliasFlags[row] = WithMark(table_.AliasFlags[row], marked); }

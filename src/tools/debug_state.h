@@ -16,7 +16,7 @@ struct DebugState {
   bool DebugBreak = false;        // stop before the next command
   std::string DebugExpandedLine;  // the command at hand with its parameters expanded
   std::string DebugExpression;    // stop where it is true; empty: none
-  std::string DebugReason;        // behind the words of the dialog's title
+  std::string DebugReason;        // behind the words of the dialog's title; Kept: stays until another stop
   std::string TestLine;           // what the trigger tester was given last
   // A ring of the commands before, rows 1 to DebugHistorySize; one that never was is empty.
   std::array<std::string, DebugHistorySize + 1> DebugHistory;

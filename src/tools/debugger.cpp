@@ -215,12 +215,10 @@ Debugger::Next Debugger::Act(int16 button, Parameters& rvar) {
     case Displaced:
       // A question of another script has taken the dialog's place and is answered: the stop still holds.
       if (!house_.platform.events.Ending() && house_.platform.face.PlayerThere()) return Next::Again;
-      break;
+      return Next::Return;
     default:
-      break;
+      return Next::Return;
   }
-  debug.DebugReason.clear();
-  return Next::Return;
 }
 
 void Debugger::AskExpression() {
@@ -237,7 +235,6 @@ void Debugger::TestTriggers() {
       house_.upcalls.prompter.TextPrompt("Enter Line ", "Trigger Tester", 0, debug.TestLine);  // PUMP
   if (line.empty()) return;
   debug.TestLine = line;
-  debug.DebugReason.clear();
   debug.DebugBreak = true;
   house_.sessions.InjectedText = line;
   const Working working(debug, false);                            // what the line sets off can be stepped through

@@ -234,5 +234,113 @@ TEST_F(DebuggerTest, AMarkedWalkStopsToo) {
   Done();
 }
 
+TEST_F(DebuggerTest, TheListsAreInTheOrderOfTheirTextAndNotOfTheTable) {
+  for (const char* name : {"zed", "mid", "Abe"}) Run(std::string("#TRIGGER {") + name + "} {#VAR x 1}");
+  ThenPress(debugbutton::Triggers);
+  Texts rows;
+  Then([&] {
+    rows = Items("Triggers");
+    Control("Triggers", ControlKind::List).Selected = {true, false, true};
+    Press("OK");
+  });
+  ThenPress(debugbutton::Run);
+  corvid.OpenDebugger();
+  EXPECT_EQ(rows, (Texts{"Abe [Global] #VAR x 1", "mid [Global] #VAR x 1", "zed [Global] #VAR x 1"}));
+  EXPECT_TRUE(TriggerStops("Abe"));
+  EXPECT_FALSE(TriggerStops("mid"));
+  EXPECT_TRUE(TriggerStops("zed"));
+  Done();
+}
+
+TEST_F(DebuggerTest, AnAliasThatIsDefinedAnewWhileTheListIsOpenGetsItsMark) {
+  Run("#ALIAS m {#VAR x 1}");
+  Run("#ALIAS n {#VAR x 1}");
+  MarkAlias("n");
+  ThenPress(debugbutton::Aliases);
+  Then([&] {
+    Control("Alias", ControlKind::List).Selected = {true, false};
+    Run("#ALIAS m {#VAR x 2} fight");
+    Run("#ALIAS n {#VAR x 2}");
+    Press("OK");
+  });
+  ThenPress(debugbutton::Run);
+  corvid.OpenDebugger();
+  EXPECT_TRUE(AliasStops("m"));
+  EXPECT_FALSE(AliasStops("n"));
+  Done();
+}
+
+TEST_F(DebuggerTest, WhatIsRemovedTakesItsMarkAlong) {
+  Run("#ALIAS m {#VAR x 1}");
+  Run("#TRIGGER {b} {#VAR x 1}");
+  MarkAlias("m");
+  MarkTrigger("b");
+  Run("#UNALIAS m");
+  Run("#UNTRIGGER {b}");
+  for (const char* name : {"l", "m", "n"}) Run(std::string("#ALIAS ") + name + " {#VAR x 1}");
+  for (const char* name : {"a", "b", "c"}) Run(std::string("#TRIGGER {") + name + "} {#VAR x 1}");
+  for (const char* name : {"l", "m", "n"}) EXPECT_FALSE(AliasStops(name)) << name;
+  for (const char* name : {"a", "b", "c"}) EXPECT_FALSE(TriggerStops(name)) << name;
+}
+
+TEST_F(DebuggerTest, MarksFollowTheirRowsWhenAClassLeavesGapsBehind) {
+  constexpr int Gaps = 1100;
+  Run("#TRIGGER {first} {#VAR x 1}");
+  for (int i = 0; i < Gaps; ++i) Run("#TRIGGER {gap" + std::to_string(i) + "} {#VAR x 1} fight");
+  Run("#TRIGGER {last} {#VAR x 1}");
+  Run("#DELCLASS fight");
+  ASSERT_GT(corvid.scriptState.TriggerCount, Gaps);
+  ThenPress(debugbutton::Triggers);
+  Then([&] {
+    Control("Triggers", ControlKind::List).Selected = {false, true};
+    Arrives("a line of the game");
+    EXPECT_LT(corvid.scriptState.TriggerCount, Gaps) << "the rows have moved";
+    Press("OK");
+  });
+  ThenPress(debugbutton::Run);
+  corvid.OpenDebugger();
+  EXPECT_FALSE(TriggerStops("first"));
+  EXPECT_TRUE(TriggerStops("last"));
+  Done();
+}
+
+TEST_F(DebuggerTest, AMarkSetInAStoppedTriggerHoldsForTheSameLine) {
+  Run("#TRIGGER {orc *} {#VAR lower 1}");
+  Run("#TRIGGER {* hits you} {#BREAK}");
+  SwitchOn();
+  ThenPress(debugbutton::Triggers);
+  Then([&] {
+    Control("Triggers", ControlKind::List).Selected = {false, true};
+    Press("OK");
+  });
+  ThenPress(debugbutton::Run);
+  Then([&] {
+    EXPECT_EQ(Global("LOWER"), "(none)");
+    Press(debugbutton::Run);
+  });
+  Arrives("orc hits you");
+  EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Debug Module- Select Trigger Breakpoints",
+                        "Debug Module  - [#break Command]", "Debug Module - [Trigger Breakpoint]"}));
+  EXPECT_EQ(Global("LOWER"), "1");
+  Done();
+}
+
+TEST_F(DebuggerTest, TheListIsOfTheCharacterThatWasInForceWhenItOpened) {
+  program.Do("#MUD bob Aard aard.example 4000 Bob secret");
+  program.Do("#CONNECT bob");
+  Run("#TRIGGER {bobs} {#VAR x 1}");
+  const OwnerId bob = corvid.scriptState.CurrentOwner;
+  ThenPress(debugbutton::Triggers);
+  Then([&] {
+    Control("Triggers", ControlKind::List).Selected = {true};
+    corvid.scriptState.CurrentOwner = static_cast<OwnerId>(bob + 1);
+    Press("OK");
+  });
+  ThenPress(debugbutton::Run);
+  corvid.OpenDebugger();
+  EXPECT_TRUE(TriggerStops("bobs"));
+  Done();
+}
+
 }  // namespace
 }  // namespace corvid

@@ -125,7 +125,7 @@ TEST_F(DebuggerTest, TheTesterStopsAtTheTriggersFirstCommandWhileTheModeIsOn) {
   look(debugbutton::Run);
   look(debugbutton::Run);
   Run("#BREAK;#VAR after 1");
-  EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Trigger Tester", "Debug Module ",
+  EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Trigger Tester", "Debug Module  - [#break Command]",
                         "Debug Module - [Step Mode]", "Debug Module  - [#break Command]"}));
   EXPECT_EQ(lines, (Texts{"#BREAK", "#VAR {foe} {orc}", "#VAR {hit} {1}", "#BREAK"}));
   EXPECT_EQ(Global("AFTER"), "1");
@@ -144,6 +144,7 @@ TEST_F(DebuggerTest, KeysOfTheCaptionsPressTheButtons) {
   const Row rows[] = {{'T', AltBit, "Debug Module- Select Trigger Breakpoints", "OK"},
                       {'A', AltBit, "Debug Module- Select Alias Breakpoints", "OK"},
                       {'E', AltBit, "Break on Expression", "Cancel"},
+                      {'V', AltBit, "View & Set Variables", "Cancel"},
                       {'V', AltBit, "View & Set Variables", "Cancel"},
                       {'P', AltBit, "View & Modify Parameters", "Cancel"},
                       {'T', ControlBit, "Trigger Tester", "Cancel"}};
@@ -179,6 +180,43 @@ TEST_F(DebuggerTest, OtherKeysPressNothing) {
   });
   corvid.OpenDebugger();
   EXPECT_EQ(met, Texts{"Debug Module "});
+  Done();
+}
+
+TEST_F(DebuggerTest, TheTesterReachesTheTriggersFromWithinATrigger) {
+  Run("#TRIGGER {* hits you} {#BREAK;#VAR hit %1}");
+  Run("#TRIGGER {* misses you} {#VAR miss %1}");
+  SwitchOn();
+  Texts lines;
+  ThenPress(debugbutton::Test);
+  Then([&] { TypeAndPress("rat misses you", "OK"); });
+  Then([&] {
+    lines.push_back(Line());
+    Press(debugbutton::Run);
+  });
+  Then([&] {
+    EXPECT_EQ(Global("MISS"), "rat");
+    EXPECT_EQ(Global("HIT"), "(none)");
+    lines.push_back(Line());
+    Press(debugbutton::Run);
+  });
+  Arrives("orc hits you");
+  EXPECT_EQ(lines, (Texts{"#VAR {miss} {rat}", "#BREAK"}));
+  EXPECT_EQ(Global("HIT"), "orc");
+  Done();
+}
+
+TEST_F(DebuggerTest, AChangedLineOfATriggerIsTheLineThatIsShown) {
+  Run("#TRIGGER {* hits you} {#BREAK;#VAR all {%0}}");
+  SwitchOn();
+  ThenPress(debugbutton::Parameters);
+  Then([&] { TypeAndPress("nobody is there", "OK"); });
+  ThenPress(debugbutton::Run);
+  Arrives("orc hits you");
+  EXPECT_EQ(Global("ALL"), "nobody is there");
+  const int16 session = corvid.scriptState.CurrentSocket;
+  const auto place = static_cast<std::size_t>(corvid.sessionState.HistoryPos[session]);
+  EXPECT_EQ(corvid.sessionState.HistoryLines[session].at(place), "nobody is there");
   Done();
 }
 

@@ -174,6 +174,31 @@ TEST_F(DebuggerTest, AStopShowsTheLineAsTyped) {
   EXPECT_EQ(Global("X"), "5");
 }
 
+TEST_F(DebuggerTest, AStepToBreakStopsBeforeItAndInIt) {
+  SwitchOn();
+  ThenPress(debugbutton::Step);
+  ThenPress(debugbutton::Step);
+  ThenPress(debugbutton::Run);
+  Run("#BREAK;#BREAK;#VAR after 1");
+  EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Debug Module - [Step Mode]",
+                        "Debug Module  - [#break Command]"}));
+  EXPECT_EQ(Global("AFTER"), "1");
+  Done();
+}
+
+TEST_F(DebuggerTest, TheTitleKeepsTheLastReasonUntilAnother) {
+  SwitchOn();
+  ThenPress(debugbutton::Run);
+  Run("#BREAK");
+  ThenPress(debugbutton::Step);
+  corvid.OpenDebugger();
+  ThenPress(debugbutton::Run);
+  Run("#VAR x 1");
+  EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Debug Module  - [#break Command]",
+                        "Debug Module - [Step Mode]"}));
+  Done();
+}
+
 // --- the commands before ---
 
 TEST_F(DebuggerTest, TheHistoryHoldsFiftyCommandsNewestLast) {

@@ -82,16 +82,71 @@ TEST_F(DebuggerTest, ClosingItLetsTheScriptGoOn) {
   Done();
 }
 
-TEST_F(DebuggerTest, ATitleTellsThisStopAndNoneBefore) {
+TEST_F(DebuggerTest, AnAlarmRunsWhileItIsOpen) {
+  program.Do("#MUD bob Aard aard.example 4000 Bob secret");
+  program.Do("#CONNECT bob");
   SwitchOn();
-  ThenPress(debugbutton::Run);
-  Run("#BREAK");
+  Run("#ALARM 1 {#BREAK;#GVAR rang 1}");
   Then([&] {
-    EXPECT_EQ(Line(), "") << "no command is at hand";
+    memory.loop.Pass(2000);
+    EXPECT_EQ(Global("RANG"), "1");
+    EXPECT_EQ(Global("AFTER"), "(none)");
+    EXPECT_EQ(Model().Code, "DEBUGMAIN");
     Press(debugbutton::Run);
   });
+  Run("#BREAK;#GVAR after 1");
+  EXPECT_EQ(met, Texts{"Debug Module  - [#break Command]"});
+  EXPECT_EQ(Global("AFTER"), "1");
+  Done();
+}
+
+TEST_F(DebuggerTest, TheEndOfTheProgramEndsWhatIsOpenedFromIt) {
+  for (const char* button : {debugbutton::Triggers, debugbutton::Aliases, debugbutton::Expression,
+                             debugbutton::Variables, debugbutton::Parameters, debugbutton::Test}) {
+    SCOPED_TRACE(button);
+    RunningProgram other;
+    ASSERT_TRUE(other.Start());
+    int dialogs = 0;
+    int16 none = 0;
+    other.memory.loop.Idle = [&] {
+      DialogModel& model = *other.memory.face.OpenModel();
+      if (++dialogs > 1) {
+        other.memory.loop.End(0);
+        return true;
+      }
+      for (std::size_t i = 0; i < model.Controls.size(); ++i)
+        if (model.Controls[i].Caption == button) {
+          other.memory.face.OpenEvents()->DialogHappened(static_cast<int32>(i), DialogEvent::Click, none, none);
+          return true;
+        }
+      return false;
+    };
+    other.corvid.debugState.DebugMode = 1;
+    other.corvid.debugState.DebugExpression = "1=2";
+    other.Do("#BREAK");
+    EXPECT_EQ(dialogs, 2);
+    EXPECT_FALSE(other.corvid.debugState.Busy);
+    EXPECT_EQ(other.corvid.debugState.DebugExpression, "1=2");
+    EXPECT_EQ(other.memory.face.OpenModel(), nullptr);
+  }
+}
+
+TEST_F(DebuggerTest, ASessionThatClosesWhileTheListIsOpenLeavesNoMark) {
+  program.Do("#MUD bob Aard aard.example 4000 Bob secret");
+  program.Do("#CONNECT bob");
+  Run("#TRIGGER {bobs} {#VAR x 1}");
+  Run("#GTRIGGER {everyones} {#VAR x 1}");
+  ThenPress(debugbutton::Triggers);
+  Then([&] {
+    Control("Triggers", ControlKind::List).Selected = {true, true};
+    Run("#KILLALL bob");
+    EXPECT_EQ(corvid.scriptState.TriggerCount, 0);
+    Run("#GTRIGGER {everyones} {#VAR x 1}");
+    Press("OK");
+  });
+  ThenPress(debugbutton::Run);
   corvid.OpenDebugger();
-  EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Debug Module "}));
+  EXPECT_FALSE(TriggerStops("everyones")) << "it is another one";
   Done();
 }
 
