@@ -5,6 +5,7 @@
 #include <array>
 
 #include "core/text.h"
+#include "core/trap.h"
 #include "dialogs/outer_command.h"
 #include "files/script_value.h"
 #include "sessions/character_file.h"
@@ -35,6 +36,12 @@ constexpr int16 ConnectButton = 1, ExitButton = 6;
 // A row that only keeps the host of a quick connection.
 bool IsQuickConnection(const CharacterTable& characters, int16 row) {
   return characters.CharacterRef[row].empty() && characters.CharacterName[row] == "QUICKCONNECT";
+}
+
+bool IsEmpty(const CharacterFields& fields) {
+  return (fields.CharacterName + fields.CharacterRef + fields.MudName + fields.HostName + fields.Port + fields.Notes +
+          fields.Password)
+      .empty();
 }
 
 // What an event of the list asks for; 0 for nothing.
@@ -129,21 +136,34 @@ void CharacterList::MaintainCharacters() {
     place = std::min(place < 0 ? PlaceOf(entries, selected) : place, last);
     const int16 button = ShowList(entries, place);  // PUMP
     if (button != Connect && button != WorkOffline && button != Add && button != EditView && button != Remove) return;
-    if (button == Add) {
-      selected = Edit({});  // PUMP
-      if (selected != 0) place = -1;
-    } else if (place < 0) {
-      Tell(EmptyList, ListTitle);  // PUMP
-    } else if (const Entry& entry = entries.at(static_cast<std::size_t>(place)); Find(entry) == 0) {
-      Tell("The character " + entry.Shown() + " is not in the list any more.", ListTitle);  // PUMP
-    } else if (button == Remove) {
-      Delete(entry);  // PUMP
-    } else if (button == EditView) {
-      Edit(entry);                     // PUMP
-    } else if (Play(entry, button)) {  // PUMP
-      return;
-    }
+    const Entry entry = place < 0 ? Entry{} : entries.at(static_cast<std::size_t>(place));
+    bool leave = false;
+    Trap trap{upcalls_.errors, "MaintainCharacters", {entry.Shown()}};
+    trap.Step([&] { leave = Act(button, entry, selected); });  // PUMP
+    if (leave) return;
+    if (selected != 0) place = -1;
   }
+}
+
+// Does what a button of the list stands for. True when the list is to be left; selected becomes the row to go on with,
+// 0 for the place where the player is.
+bool CharacterList::Act(int16 button, const Entry& entry, int16& selected) {
+  selected = 0;
+  if (button == Add) {
+    selected = Edit({});  // PUMP
+  } else if (entry.row == 0) {
+    Tell(EmptyList, ListTitle);  // PUMP
+  } else if (Find(entry) == 0) {
+    Tell("The character " + entry.Shown() + " is not in the list any more.", ListTitle);  // PUMP
+  } else if (button == Remove) {
+    Delete(entry);  // PUMP
+  } else if (button == EditView) {
+    selected = Edit(entry);  // PUMP
+    if (selected == 0) selected = Find(entry);
+  } else {
+    return Play(entry, button);  // PUMP
+  }
+  return false;
 }
 
 // False when the list is to be shown again.
@@ -185,17 +205,19 @@ int16 CharacterList::Edit(const Entry& entry) {
   }
   int16 row = Find(entry);  // a character that has gone meanwhile is written anew
   if (row == 0) {
-    if ((fields.CharacterName + fields.CharacterRef + fields.MudName + fields.HostName).empty()) return 0;
+    if (IsEmpty(fields)) return 0;
     row = FreeRow();
   }
   Store(row, fields);  // PUMP
   return row;
 }
 
-// A row that was cleared is used again once no session knows it.
+// A row that was cleared is used again once no slot names it, not even one whose session is over.
 int16 CharacterList::FreeRow() {
   for (int16 row = 1; row <= characters_.CharacterCount; ++row) {
-    if (!IsClear(characters_, row) || sessions_.IsLoaded(row)) continue;
+    bool named = false;
+    for (int16 slot = 0; slot <= characters_.SessionHigh; ++slot) named = named || script_.SocketOwner[slot] == row;
+    if (named || !IsClear(characters_, row)) continue;
     ClearCharacter(characters_, row);
     return row;
   }

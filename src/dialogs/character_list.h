@@ -40,6 +40,7 @@ class CharacterList {
   int32 PlaceOf(const std::vector<Entry>& entries, int16 row) const;
   int16 Find(const Entry& entry) const;
   int16 ShowList(const std::vector<Entry>& entries, int32& place);
+  bool Act(int16 button, const Entry& entry, int16& selected);
   bool Play(const Entry& entry, int16 button);
   int16 Edit(const Entry& entry);
   std::string Problem(const CharacterFields& fields, int16 row) const;

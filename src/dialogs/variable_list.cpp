@@ -5,6 +5,7 @@
 #include <array>
 
 #include "core/text.h"
+#include "core/trap.h"
 #include "dialogs/outer_command.h"
 #include "files/script_value.h"
 #include "script/symbols.h"
@@ -103,31 +104,42 @@ int16 VariableList::ShowList(const std::vector<Entry>& entries, int32& place) {
 }
 
 void VariableList::MaintainVariables() {
+  Entry selected;
   for (int32 place = 0;;) {
     const std::vector<Entry> entries = Entries();
-    place = std::min(std::max(place, 0), static_cast<int32>(entries.size()) - 1);
+    place = PlaceOf(entries, selected, place);
     const int16 button = ShowList(entries, place);  // PUMP
-    if (button == AddOne) {
-      const std::string name = Add();  // PUMP
-      const std::vector<Entry> now = Entries();
-      for (std::size_t i = 0; i < now.size() && !name.empty(); ++i)
-        if (!now[i].system && SameText(now[i].name, name)) place = static_cast<int32>(i);
-    } else if (button == Remove && place >= 0) {
-      Delete(entries.at(static_cast<std::size_t>(place)));  // PUMP
-    } else if (button == FindText) {
-      Find(entries, place);  // PUMP
-    } else {
-      return;
-    }
+    if (button != AddOne && button != Remove && button != FindText) return;
+    selected = place < 0 ? Entry{} : entries.at(static_cast<std::size_t>(place));
+    Trap trap{upcalls_.errors, "MaintainVariables", {selected.name}};
+    trap.Step([&] {
+      if (button == AddOne) {
+        Add(selected);  // PUMP
+      } else if (button == FindText) {
+        Find(entries, place, selected);  // PUMP
+      } else {
+        Delete(selected);  // PUMP
+      }
+    });
   }
 }
 
-void VariableList::Find(const std::vector<Entry>& entries, int32& place) {
+// The row of the variable that was selected, wherever scripts have moved it meanwhile; of one that has gone, the place
+// where it was.
+int32 VariableList::PlaceOf(const std::vector<Entry>& entries, const Entry& selected, int32 place) {
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    if (entries[i].system == selected.system && entries[i].global == selected.global &&
+        SameText(entries[i].name, selected.name))
+      return static_cast<int32>(i);
+  return std::min(std::max(place, 0), static_cast<int32>(entries.size()) - 1);
+}
+
+void VariableList::Find(const std::vector<Entry>& entries, int32 place, Entry& selected) {
   const std::string wanted = Upper(upcalls_.prompter.TextPrompt("String?", "Find", 0, ""));  // PUMP
   if (wanted.empty()) return;
   for (auto row = static_cast<std::size_t>(place) + 1; row < entries.size(); ++row) {
     if (Upper(entries[row].row).find(wanted) == std::string::npos) continue;
-    place = static_cast<int32>(row);
+    selected = entries[row];
     return;
   }
   Tell("Not found.", "Find");  // PUMP
@@ -139,15 +151,18 @@ void VariableList::Delete(const Entry& entry) {
   if (!problem.empty()) Tell(problem, "Error");                                                           // PUMP
 }
 
-// Gives the name of the variable that was set, empty for none.
-std::string VariableList::Add() {
+// What was set is selected: the variable for everybody, where there is one and the character has none of its own.
+void VariableList::Add(Entry& selected) {
   NewVariable variable;
   while (AskNew(variable)) {                       // PUMP
     const std::string problem = Define(variable);  // PUMP
-    if (problem.empty()) return variable.Name;
+    if (problem.empty()) {
+      const int32 row = symbols_.FindVariableRow(variable.Name, variable.Global ? OwnerId{0} : script_.CurrentOwner);
+      selected = {variable.Name, row == 0 || script_.VariableOwners[row] == 0, false, ""};
+      return;
+    }
     Tell(problem, "Error");  // PUMP
   }
-  return {};
 }
 
 // The error text, empty when it worked.

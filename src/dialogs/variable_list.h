@@ -38,12 +38,13 @@ class VariableList {
   std::vector<Entry> Entries() const;
   std::vector<Entry> OwnEntries() const;
   int16 ShowList(const std::vector<Entry>& entries, int32& place);
-  std::string Add();
+  static int32 PlaceOf(const std::vector<Entry>& entries, const Entry& selected, int32 place);
+  void Add(Entry& selected);
   bool AskNew(NewVariable& variable);
   void TakeNew(NewVariable& variable);
   std::string Define(const NewVariable& variable);
   void Delete(const Entry& entry);
-  void Find(const std::vector<Entry>& entries, int32& place);
+  void Find(const std::vector<Entry>& entries, int32 place, Entry& selected);
   std::string Run(const std::string& command);
   void Tell(const std::string& text, const std::string& title);
 

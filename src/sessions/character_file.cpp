@@ -15,6 +15,7 @@ namespace corvid {
 namespace {
 
 constexpr std::size_t TextFields = 7;
+constexpr int16 MostCharacters = INT16_MAX - 1;  // a walk over all rows must be able to step behind the last
 
 void ResizeTable(CharacterTable& table, int16 count) {
   table.CharacterCount = count;
@@ -138,12 +139,13 @@ bool ParseCharacters(std::string_view text, CharacterTable& table) {
   CharacterTable read;
   RecordReader reader(text);
   while (!reader.AtEnd())
-    if (read.CharacterCount == INT16_MAX || !ReadRecord(reader, read)) return false;
+    if (read.CharacterCount == MostCharacters || !ReadRecord(reader, read)) return false;
   table = std::move(read);
   return true;
 }
 
 int16 AddCharacter(CharacterTable& table) {
+  if (table.CharacterCount == MostCharacters) throw Fault(FaultKind::Overflow, "The table of characters is full");
   ResizeTable(table, AddInt16(table.CharacterCount, 1));
   return table.CharacterCount;
 }
@@ -162,8 +164,10 @@ void ClearCharacter(CharacterTable& table, int16 row) {
 }
 
 bool IsClear(const CharacterTable& table, int16 row) {
-  return table.MudName[row].empty() && table.HostName[row].empty() && table.CharacterName[row].empty() &&
-         table.CharacterRef[row].empty();
+  for (const Table<std::string>* column : {&table.MudName, &table.HostName, &table.Notes, &table.Port,
+                                           &table.CharacterName, &table.CharacterRef, &table.Password})
+    if (!(*column)[row].empty()) return false;
+  return true;
 }
 
 CharacterFile::CharacterFile(SessionState& sessions, OptionsState& options, Platform& platform, Upcalls& upcalls)

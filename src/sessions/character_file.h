@@ -17,12 +17,13 @@ std::string FormatCharacters(const CharacterTable& table);
 // Reads that form. Notes may span lines. A quote that was not doubled is taken as it stands. False when a record does
 // not have the eight fields before the date; table is then untouched.
 bool ParseCharacters(std::string_view text, CharacterTable& table);
-// A new last row with empty fields; returns its number.
+// A new last row with empty fields; returns its number. Fault of kind Overflow when the table is full.
 int16 AddCharacter(CharacterTable& table);
 // Row of a reference in any case, 0 for none.
 int16 FindCharacter(const CharacterTable& table, std::string_view reference);
 // Empties a row. It stays where it is, since sessions and definitions name their character by its row.
 void ClearCharacter(CharacterTable& table, int16 row);
+// True for a row of which no text is left.
 bool IsClear(const CharacterTable& table, int16 row);
 
 class CharacterFile {

@@ -46,7 +46,8 @@ bool Sessions::UnloadSession(int16 Index) {
 
 void Sessions::CharacterEdited(int16 MudIndex) {
   for (int16 slot = 0; slot <= sessions_.SessionHigh; ++slot) {
-    if (!StillOwns(slot, MudIndex)) continue;
+    // KILLALL takes a slot's names away and leaves its owner: such a session is over.
+    if (!StillOwns(slot, MudIndex) || sessions_.SessionRef[slot].empty()) continue;
     sessions_.SessionMud[slot] = sessions_.MudName[MudIndex];
     sessions_.SessionName[slot] = sessions_.CharacterName[MudIndex];
     sessions_.SessionRef[slot] = sessions_.CharacterRef[MudIndex];

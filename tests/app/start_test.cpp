@@ -264,6 +264,35 @@ TEST_F(ProgramTest, TheMenuOffersTheListAndQuickConnections) {
   EXPECT_EQ(memory.effects.Of("dialog").back(), "DEBUGVAR View & Set Variables|Variables");
 }
 
+TEST_F(ProgramTest, TheListOfVariablesSetsAndForgetsThem) {
+  ASSERT_TRUE(StartPractice("practice"));
+  const std::string value = "5 @x; say {me ~b %1";
+  const ScriptState& script = corvid->scriptState;
+  ASSERT_NE(script.CurrentOwner, 0);
+  for (const bool global : {false, true}) {
+    const OwnerId owner = global ? OwnerId{0} : script.CurrentOwner;
+    Type("#GUNVARIABLE foe");
+    Type("#VARIABLE foe own");
+    Type("#GVARIABLE foe everybodys");
+    memory.face.Will("Add");
+    memory.face.Will({"OK", {{1, "foe"}, {3, value}}, {}, {{4, global ? 1 : 0}}});
+    memory.face.Will("Done");
+    Type("#VARIABLE");
+    const int32 row = corvid->symbols.FindVariableRow("foe", owner);
+    ASSERT_NE(row, 0);
+    EXPECT_EQ(script.VariableValues[row], value);
+    memory.face.Will("Add");  // the one that was set is selected now
+    memory.face.Will({"OK", {{1, "foe"}, {3, "x"}}, {}, {{4, global ? 1 : 0}}});
+    memory.face.Will("Delete");
+    memory.face.Will("Done");
+    Type("#VARIABLE");
+    for (int32 each = 1; each <= script.VariableCount; ++each)
+      EXPECT_FALSE(script.VariableNames[each] == "foe" && script.VariableOwners[each] == owner);
+    EXPECT_NE(corvid->symbols.FindVariableRow("foe", global ? script.CurrentOwner : OwnerId{0}), 0);
+  }
+  EXPECT_TRUE(memory.effects.Of("unanswered").empty()) << memory.effects.Transcript();
+}
+
 TEST_F(ProgramTest, KillAllPutsTheWindowsBackAsTheOptionsSay) {
   ASSERT_TRUE(StartPractice());
   Type("#CONFIGURE ColourDisplay on");

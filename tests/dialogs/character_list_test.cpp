@@ -556,6 +556,84 @@ TEST_F(CharacterListTest, AnEditedCharacterThatHasGoneMeanwhileIsWrittenAnew) {
   EXPECT_EQ(state.CharacterName[1] + state.Password[1], "Bob the Secondsecret");
 }
 
+TEST_F(CharacterListTest, ASessionThatIsOverDoesNotComeBackByItsRow) {
+  const int16 slot = Online("ann");
+  memory.sockets.CloseByPeer(slot);
+  state.SessionRef[slot].clear();  // as KILLALL leaves it
+  Presses(EditButton);
+  Answers({"OK", {{NameAt, "Anna"}}, {}, {}});
+  prompter.answers = {box::ResultYes};
+  Presses(DeleteButton);
+  Presses(AddButton);
+  Answers({"OK", {{RefAt, "new"}}, {}, {}});
+  Presses(Exit);
+  list.MaintainCharacters();
+  EXPECT_EQ(state.SessionRef[slot], "");
+  EXPECT_EQ(state.CharacterRef[2], "new") << "a row of its own";
+  EXPECT_EQ(lists.back(), std::vector<std::string>{"new - "});
+}
+
+TEST_F(CharacterListTest, ACharacterWhoseNamesAreEmptiedKeepsTheRest) {
+  const int16 row = Character("Dale", "Bob", "bob");
+  state.Notes[row] = "a map";
+  Presses(EditButton);
+  Answers({"OK", {{NameAt, ""}, {RefAt, ""}, {MudAt, ""}, {HostAt, ""}}, {}, {}});
+  Presses(AddButton);
+  Answers({"OK", {{RefAt, "new"}}, {}, {}});
+  Presses(Exit);
+  list.MaintainCharacters();
+  EXPECT_EQ(lists.back(), (std::vector<std::string>{"<unnamed> - ", "new - "}));
+  EXPECT_EQ(state.Notes[row] + state.Password[row], "a mapsecret");
+}
+
+TEST_F(CharacterListTest, TheEditedRowStaysSelectedWhereverItIs) {
+  ClearCharacter(state, Character("Gone", "Gone", "gone"));
+  Character("Dale", "Bob", "bob");
+  Character("Moor", "Cid", "cid");
+  std::vector<int32> rows;
+  for (const char* button : {"OK", "Cancel"}) {
+    Presses(EditButton, std::string_view(button) == "OK" ? 0 : 1);
+    Then([&, button] {
+      if (IsClear(state, 1)) {
+        WriteCharacter(state, 1, {"New", "new", "Fen", "", "", "", "", 0});
+      } else {
+        ClearCharacter(state, 1);
+      }
+      memory.face.Will(Answer{button, {}, {}, {}});
+      memory.face.AnswerDialog();
+    });
+    Then([&] { rows.push_back(At(ListAt).ListIndex); });
+  }
+  Presses(Exit);
+  list.MaintainCharacters();
+  EXPECT_EQ(rows, (std::vector<int32>{1, 0})) << "another came before it, and went";
+}
+
+TEST_F(CharacterListTest, AThousandCharactersAndAFullTable) {
+  for (int i = 1; i <= 1000; ++i) Character("Mud" + std::to_string(i), "Name", "c" + std::to_string(i));
+  Then([&] { EXPECT_EQ(Items().size(), 1000U); });
+  Presses(EditButton, 999);
+  Then([&] { EXPECT_EQ(At(MudListAt).Items.size(), 1000U); });
+  Answers({"OK", {{RefAt, "last"}}, {}, {}});
+  Then([&] { EXPECT_EQ(At(ListAt).ListIndex, 999); });
+  prompter.answers = {box::ResultYes};
+  Presses(DeleteButton, 999);
+  Then([&] { EXPECT_EQ(At(ListAt).ListIndex, 998); });
+  Presses(AddButton);
+  Answers({"OK", {{RefAt, "again"}}, {}, {}});
+  Then([&] {
+    while (state.CharacterCount < INT16_MAX - 1) state.MudName[AddCharacter(state)] = "x";
+    memory.face.Will(AddButton);
+    memory.face.AnswerDialog();
+  });
+  Answers({"OK", {{RefAt, "onemore"}}, {}, {}});
+  Presses(Exit);
+  list.MaintainCharacters();
+  EXPECT_EQ(state.CharacterRef[1000], "again");
+  EXPECT_EQ(FindCharacter(state, "onemore"), 0);
+  EXPECT_EQ(Of("unknownerror"), Texts{"MaintainCharacters: The table of characters is full"});
+}
+
 TEST_F(CharacterListTest, TheProgramEndsThroughEveryStep) {
   Character("Dale", "Bob", "bob");
   Then([&] { memory.loop.End(0); });

@@ -212,6 +212,33 @@ TEST_F(VariableListTest, FindGoesToTheNextRowThatHoldsTheText) {
   EXPECT_EQ(Of("dialog").at(1), "TEXTPROMPT Find|String?");
 }
 
+TEST_F(VariableListTest, TheSelectedVariableStaysSelectedWhereverItGoes) {
+  const int16 slot = Online("ann");
+  Variable("mid", "1", script.SocketOwner[slot]);
+  Variable("mid", "2", 0);
+  std::vector<std::string> selected;
+  const auto note = [&] { steps.push_back([&] { selected.push_back(items.at(static_cast<std::size_t>(chosen))); }); };
+  Will("Add", 1);
+  steps.push_back([&] { memory.face.AnswerDialog(); });
+  steps.push_back([&] { Variable("aaa", "3", 0); });
+  Will("Cancel");
+  steps.push_back([&] { memory.face.AnswerDialog(); });
+  note();
+  Will("Add", 0);
+  steps.push_back([&] { memory.face.AnswerDialog(); });
+  memory.face.Will({"OK", {{1, "mid"}, {3, "9"}}, {}, {{4, 1}}});
+  steps.push_back([&] { memory.face.AnswerDialog(); });
+  note();
+  Will("Add", 3);
+  steps.push_back([&] { memory.face.AnswerDialog(); });
+  memory.face.Will({"OK", {{1, "aaa"}, {3, "7"}}, {}, {}});
+  steps.push_back([&] { memory.face.AnswerDialog(); });
+  note();
+  Will("Done");
+  list.MaintainVariables();
+  EXPECT_EQ(selected, (std::vector<std::string>{"@mid(Local) 1", "@mid (Global) 9", "@aaa (Global) 7"}));
+}
+
 TEST_F(VariableListTest, TheListFollowsWhatScriptsDoMeanwhile) {
   Variable("a", "1", 0);
   steps.push_back([&] {
