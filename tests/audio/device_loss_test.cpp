@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A device that goes away while the program runs, and comes back.
 #include <atomic>
+#include <chrono>
+#include <future>
+#include <memory>
 #include <mutex>
+#include <thread>
 
+#include "platform/openal/device.h"
 #include "sound_rig.h"
 
 namespace corvid {
@@ -234,6 +239,30 @@ TEST_F(LateDevice, ItsLossIsToldLikeAnyOther) {
   mixer.SetPlugged(false);
   EXPECT_EQ(Told(), Gone);
   EXPECT_TRUE(mixer.OpenSounds()) << "it has been there";
+}
+
+// --- what may hang, and the end ---
+
+TEST(SideThreads, AreWaitedForAtTheEnd) {
+  SideThreads threads;
+  std::atomic<int> ended = 0;
+  for (int i = 0; i < 20; ++i)
+    threads.Run([&ended] {
+      std::this_thread::yield();
+      ++ended;
+    });
+  threads.Wait(std::chrono::milliseconds(20'000));
+  EXPECT_EQ(ended, 20);
+}
+
+TEST(SideThreads, ThatHangAreLeftBehind) {
+  auto gate = std::make_shared<std::promise<void>>();
+  {
+    SideThreads threads;
+    threads.Run([open = gate->get_future().share(), gate] { open.wait(); });
+    threads.Wait(std::chrono::milliseconds(1));
+  }
+  gate->set_value();
 }
 
 }  // namespace

@@ -90,15 +90,42 @@ void PrepareLibrary() {
   setenv("ALSOFT_CONF", ("/proc/self/fd/" + std::to_string(file)).c_str(), 0);
 }
 
-DeviceOpening::DeviceOpening(const std::string& name, const std::vector<ALCint>& attributes)
-    : shared_(std::make_shared<Shared>()) {
-  std::thread([shared = shared_, name, attributes] { shared->Open(name, attributes); }).detach();
+struct SideThreads::Shared {
+  std::mutex mutex;
+  std::condition_variable ended;
+  int running = 0;
+};
+
+SideThreads::SideThreads() : shared_(std::make_shared<Shared>()) {}
+SideThreads::~SideThreads() = default;
+
+void SideThreads::Run(std::function<void()> work) {
+  {
+    const std::lock_guard lock(shared_->mutex);
+    ++shared_->running;
+  }
+  std::thread([shared = shared_, work = std::move(work)] {
+    work();
+    const std::lock_guard lock(shared->mutex);
+    --shared->running;
+    shared->ended.notify_all();
+  }).detach();
+}
+
+void SideThreads::Wait(std::chrono::milliseconds limit) {
+  std::unique_lock lock(shared_->mutex);
+  shared_->ended.wait_for(lock, limit, [this] { return shared_->running == 0; });
+}
+
+DeviceOpening::DeviceOpening(SideThreads& threads, const std::string& name, const std::vector<ALCint>& attributes)
+    : threads_(threads), shared_(std::make_shared<Shared>()) {
+  threads_.Run([shared = shared_, name, attributes] { shared->Open(name, attributes); });
 }
 
 DeviceOpening::~DeviceOpening() {
   const std::lock_guard lock(shared_->mutex);
   shared_->abandoned = true;
-  AbandonDevice(shared_->opened);
+  AbandonDevice(threads_, shared_->opened);
 }
 
 bool DeviceOpening::Finished(std::chrono::milliseconds limit) {
@@ -116,8 +143,8 @@ std::string DeviceOpening::Problem() const {
   return shared_->finished ? shared_->problem : "The sound system does not answer.";
 }
 
-void AbandonDevice(const OpenedDevice& opened) {
-  if (opened.device != nullptr) std::thread([opened] { Close(opened); }).detach();
+void AbandonDevice(SideThreads& threads, const OpenedDevice& opened) {
+  if (opened.device != nullptr) threads.Run([opened] { Close(opened); });
 }
 
 }  // namespace corvid

@@ -8,6 +8,7 @@
 #include <AL/alext.h>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,11 +28,29 @@ struct OpenedDevice {
   ALCcontext* context = nullptr;
 };
 
+// Threads for what may hang, each for one piece of work; they outlive this object when they do hang.
+class SideThreads {
+ public:
+  SideThreads();
+  ~SideThreads();
+  SideThreads(const SideThreads&) = delete;
+  SideThreads& operator=(const SideThreads&) = delete;
+
+  void Run(std::function<void()> work);
+  // Waits that long at most until all have ended: the library goes down with the process, and must have nobody in it
+  // by then.
+  void Wait(std::chrono::milliseconds limit);
+
+ private:
+  struct Shared;
+  std::shared_ptr<Shared> shared_;
+};
+
 // A device on its way, opened by a thread of its own from the construction on, since a driver or a sound system that
 // hangs must hang nobody else. Empty name: the default device. The attributes are the context's.
 class DeviceOpening {
  public:
-  DeviceOpening(const std::string& name, const std::vector<ALCint>& attributes);
+  DeviceOpening(SideThreads& threads, const std::string& name, const std::vector<ALCint>& attributes);
   ~DeviceOpening();  // what hangs is left behind, with its thread
   DeviceOpening(const DeviceOpening&) = delete;
   DeviceOpening& operator=(const DeviceOpening&) = delete;
@@ -42,11 +61,12 @@ class DeviceOpening {
 
  private:
   struct Shared;
+  SideThreads& threads_;
   std::shared_ptr<Shared> shared_;
 };
 
 // Lets go of a device that is gone, with all that was made in it. Its driver may hang, so nobody waits.
-void AbandonDevice(const OpenedDevice& opened);
+void AbandonDevice(SideThreads& threads, const OpenedDevice& opened);
 
 // The library acts on the calling thread's context. Every routine takes it for as long as it needs it, so that no
 // thread keeps a context that may be gone.

@@ -14,6 +14,7 @@ using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 
 constexpr milliseconds OpenLimit{3000};
+constexpr milliseconds EndLimit{1000};       // for devices that are still being opened or closed
 constexpr milliseconds WatchInterval{500};   // for a device with nothing to play
 constexpr milliseconds SilentInterval{10};   // between two turns of the silent device
 constexpr milliseconds LookInterval{2000};   // for a device that may have come back
@@ -35,6 +36,8 @@ DeviceCore::~DeviceCore() {
   }
   if (context != nullptr) alcDestroyContext(context);
   if (device != nullptr) alcCloseDevice(device);
+  opening_ = nullptr;
+  sideThreads_.Wait(EndLimit);
 }
 
 std::vector<ALCint> DeviceCore::Attributes(bool silent) const {
@@ -67,7 +70,7 @@ OpenedDevice DeviceCore::OpenReal(std::string& problem) {
     if (opened.context == nullptr) problem = "The sound library has no loopback device.";
     return opened;
   }
-  opening_ = std::make_unique<DeviceOpening>(settings.device, Attributes(false));
+  opening_ = std::make_unique<DeviceOpening>(sideThreads_, settings.device, Attributes(false));
   const bool finished = opening_->Finished(OpenLimit);
   if (finished) opened = opening_->Take();
   if (opened.context == nullptr) problem = opening_->Problem();
@@ -137,7 +140,8 @@ void DeviceCore::LookForDevice() {
   if (settings.loopback) {
     if (plugged_) found = OpenLoopback();
   } else if (opening_ == nullptr) {
-    if (Clock::now() >= nextLook_) opening_ = std::make_unique<DeviceOpening>(settings.device, Attributes(false));
+    if (Clock::now() >= nextLook_)
+      opening_ = std::make_unique<DeviceOpening>(sideThreads_, settings.device, Attributes(false));
   } else if (opening_->Finished(milliseconds(0))) {
     found = opening_->Take();
     opening_ = nullptr;
@@ -162,7 +166,7 @@ void DeviceCore::MoveTo(const OpenedDevice& next, bool silent) {
     old = {std::exchange(device, next.device), std::exchange(context, next.context)};
     standIn_ = silent;
   }
-  AbandonDevice(old);
+  AbandonDevice(sideThreads_, old);
   const ContextScope scope(context);
   for (Audible* audible : audibles_) audible->EnterDevice();
 }

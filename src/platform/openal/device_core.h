@@ -84,6 +84,7 @@ struct DeviceCore {
   bool told_ = false;     // the player knows that the device is gone
   bool found_ = false;
   bool plugged_;
+  SideThreads sideThreads_;
   std::unique_ptr<DeviceOpening> opening_;  // of the device that is to come back
   Clock::time_point nextLook_;
   Clock::time_point silentUntil_;  // up to when the silent device has been mixed
