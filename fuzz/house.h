@@ -54,15 +54,19 @@ struct House {
 };
 
 // A script may well loop for a year; that is its author's affair and not worth a fuzzer's time. True for texts whose
-// numbers and lists ask for few rounds in all.
-inline bool AsksForFewRounds(std::string_view text) {
+// numbers and lists ask for few rounds in all. The scanner drops control codes, so that a number may hold some.
+inline bool AsksForFewRounds(std::string_view bytes) {
+  std::string text;
+  for (const char c : bytes)
+    if (static_cast<unsigned char>(c) >= ' ') text += c;
   double rounds = 1;
   std::size_t items = 1;
   std::size_t loops = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '|') ++items;
-    if (StartsWithText(text.substr(i), "FO") || StartsWithText(text.substr(i), "WH") ||
-        StartsWithText(text.substr(i), "UN"))
+    if (StartsWithText(std::string_view(text).substr(i), "FO") ||
+        StartsWithText(std::string_view(text).substr(i), "WH") ||
+        StartsWithText(std::string_view(text).substr(i), "UN"))
       ++loops;
     if (!IsDigit(text[i]) || (i > 0 && IsDigit(text[i - 1]))) continue;
     std::size_t end = i;
@@ -70,7 +74,7 @@ inline bool AsksForFewRounds(std::string_view text) {
                                  text[end] == '+' || text[end] == '&' || text[end] == '.'))
       ++end;
     if (end - i > 3 || rounds > 100) return false;
-    rounds *= 1 + Val(text.substr(i, end - i));
+    rounds *= 1 + Val(std::string_view(text).substr(i, end - i));
   }
   return rounds <= 100 && items <= 8 && loops <= 2;
 }
