@@ -170,6 +170,26 @@ TEST_F(ConnectMenuTest, ACharacterThatComesBackMeanwhileStays) {
   EXPECT_EQ(script.SocketOwner[slot], 1);
 }
 
+TEST_F(ConnectMenuTest, ACharacterThatTakesThePlaceMeanwhileStays) {
+  for (const int question : {1, 2}) {
+    const int16 slot = Online("ann" + std::to_string(question));
+    const int16 other = Character("Moor", "Cid", "cid" + std::to_string(question));
+    prompter.answers = {box::ResultYes, box::ResultYes};
+    int asked = 0;
+    prompter.OnBox = [&] {
+      if (++asked != question) return;
+      if (memory.sockets.Connected(slot)) memory.sockets.CloseByPeer(slot);
+      EXPECT_EQ(sessions.OpenMud(other, 0), 0);  // connects at the free place, and is closed by its game
+      memory.sockets.CloseByPeer(slot);
+    };
+    menus.MenuRoutine("CONNECT//DI");
+    prompter.OnBox = nullptr;
+    EXPECT_EQ(asked, question) << "the next question would be about another character";
+    EXPECT_EQ(state.SessionRef[slot], "cid" + std::to_string(question));
+    EXPECT_EQ(script.SocketOwner[slot], other);
+  }
+}
+
 TEST_F(ConnectMenuTest, TheMenuEditLeadsToTheVariables) {
   Press(keycode::Alt, AltBit);
   Key('E', "e");
