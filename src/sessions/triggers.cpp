@@ -115,7 +115,7 @@ TriggerEngine::TriggerEngine(ScriptState& script, OptionsState& options, DebugSt
 TriggerEngine::~TriggerEngine() = default;
 
 LineFate TriggerEngine::Fire(int16 Index, LineVersions& line) {
-  Lease lease(idle_);
+  Lease lease(runs_);
   Run& run = *lease;
   if (lease.Outermost()) CloseGaps(script_, symbols_, run.CloseGapsAt);
   run.Index = Index;

@@ -53,7 +53,7 @@ class TriggerEngine final : public LineTriggers {
   Expansion& expansion_;
   Upcalls& upcalls_;
   TriggerIndex index_;
-  std::vector<std::unique_ptr<Run>> idle_;  // behind those in use; their memory serves the next calls
+  std::vector<std::unique_ptr<Run>> runs_;  // behind those in use; their memory serves the next calls
 };
 
 }  // namespace corvid
