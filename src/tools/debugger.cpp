@@ -178,9 +178,8 @@ int16 Debugger::Ask() {
   dialog.MakeLabel(-200, 500, 295, FullWidth, "Last Line Sent From MUD");
   dialog.MakeTextBox(-100, 500, 295, FullWidth, LastLine());
   for (const char* words : buttonWords) dialog.MakeCommand(-100, 500, 400, FullWidth / 2, words, 0);
-  dialog.SetCommandButtons(0, Run);  // whoever leaves by Escape lets the script go on
-  dialog.SetCloseResult(Run);
-  dialog.ShowForm(500, 500);  // PUMP
+  dialog.SetCommandButtons(0, Run);  // whoever leaves by Escape, or closes it, lets the script go on
+  dialog.ShowForm(500, 500);         // PUMP
   debug.DebugBreak = false;
   debug.DebugMode = mode;
   return dialog.GDResult;

@@ -235,7 +235,7 @@ TEST_F(DebuggerTest, AMarkedWalkStopsToo) {
 }
 
 TEST_F(DebuggerTest, TheListsAreInTheOrderOfTheirTextAndNotOfTheTable) {
-  for (const char* name : {"zed", "mid", "Abe"}) Run(std::string("#TRIGGER {") + name + "} {#VAR x 1}");
+  for (const char* name : {"zed", "Mid", "abe"}) Run(std::string("#TRIGGER {") + name + "} {#VAR x 1}");
   ThenPress(debugbutton::Triggers);
   Texts rows;
   Then([&] {
@@ -245,9 +245,9 @@ TEST_F(DebuggerTest, TheListsAreInTheOrderOfTheirTextAndNotOfTheTable) {
   });
   ThenPress(debugbutton::Run);
   corvid.OpenDebugger();
-  EXPECT_EQ(rows, (Texts{"Abe [Global] #VAR x 1", "mid [Global] #VAR x 1", "zed [Global] #VAR x 1"}));
-  EXPECT_TRUE(TriggerStops("Abe"));
-  EXPECT_FALSE(TriggerStops("mid"));
+  EXPECT_EQ(rows, (Texts{"abe [Global] #VAR x 1", "Mid [Global] #VAR x 1", "zed [Global] #VAR x 1"}));
+  EXPECT_TRUE(TriggerStops("abe"));
+  EXPECT_FALSE(TriggerStops("Mid"));
   EXPECT_TRUE(TriggerStops("zed"));
   Done();
 }

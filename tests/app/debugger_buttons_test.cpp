@@ -183,6 +183,18 @@ TEST_F(DebuggerTest, OtherKeysPressNothing) {
   Done();
 }
 
+TEST_F(DebuggerTest, TheTesterFiresTheTriggersOfTheSession) {
+  program.Do("#MUD bob Aard aard.example 4000 Bob secret");
+  program.Do("#CONNECT bob");
+  Run("#TRIGGER {* hits you} {#GVAR foe %1}");
+  ThenPress(debugbutton::Test);
+  Then([&] { TypeAndPress("orc hits you", "OK"); });
+  ThenPress(debugbutton::Run);
+  corvid.OpenDebugger();
+  EXPECT_EQ(Global("FOE"), "orc");
+  Done();
+}
+
 TEST_F(DebuggerTest, TheTesterReachesTheTriggersFromWithinATrigger) {
   Run("#TRIGGER {* hits you} {#BREAK;#VAR hit %1}");
   Run("#TRIGGER {* misses you} {#VAR miss %1}");

@@ -186,6 +186,20 @@ TEST_F(DebuggerTest, AStepToBreakStopsBeforeItAndInIt) {
   Done();
 }
 
+TEST_F(DebuggerTest, FromTheMenuThereIsNoCommandAtHand) {
+  SwitchOn();
+  ThenPress(debugbutton::Run);
+  Run("#BREAK");
+  std::string line = "?";
+  Then([&] {
+    line = Line();
+    Press(debugbutton::Run);
+  });
+  corvid.OpenDebugger();
+  EXPECT_EQ(line, "");
+  Done();
+}
+
 TEST_F(DebuggerTest, TheTitleKeepsTheLastReasonUntilAnother) {
   SwitchOn();
   ThenPress(debugbutton::Run);
@@ -290,6 +304,29 @@ TEST_F(DebuggerTest, AnExpressionSeesTheParametersOfTheRunningCommand) {
   ThenPress(debugbutton::Run);
   Run("walk go");
   EXPECT_EQ(met, Texts{"Debug Module  - [Break on Expression]"});
+  Done();
+}
+
+TEST_F(DebuggerTest, TheVariablesAreThoseOfTheSessionInWhichTheCommandRuns) {
+  program.Do("#MUD bob Aard aard.example 4000 Bob secret");
+  program.Do("#CONNECT bob");
+  Run("#VAR hp 12");
+  Run("#GVAR hp 1");
+  ASSERT_EQ(Global("HP"), "1");
+  SwitchOn();
+  debug.DebugExpression = "@hp=12";
+  Texts lines;
+  const auto look = [&](const char* button) {
+    Then([&, button] {
+      lines.push_back(Line());
+      Press(button);
+    });
+  };
+  look(debugbutton::Step);
+  look(debugbutton::Run);
+  Run("#GVAR copy @hp;#GVAR second {@hp}");
+  EXPECT_EQ(met, (Texts{"Debug Module  - [Break on Expression]", "Debug Module  - [Break on Expression]"}));
+  EXPECT_EQ(lines, (Texts{"#GVAR {copy} {12}", "#GVAR {second} {12}"}));
   Done();
 }
 

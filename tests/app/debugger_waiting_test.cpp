@@ -15,12 +15,15 @@ TEST_F(DebuggerTest, WhatRunsWhileItIsOpenDoesNotStop) {
     debug.DebugExpression = "1=1";
     Arrives("orc hits you");
     EXPECT_EQ(Global("FOE"), "orc");
-    EXPECT_EQ(Model().Title, "Debug Module  - [#break Command]");
+    EXPECT_EQ(Model().Title, "Debug Module ");
+    EXPECT_EQ(debug.DebugReason, "");
+    EXPECT_EQ(debug.DebugExpandedLine, "#VAR {after} {1}");
     debug.DebugExpression.clear();
     Press(debugbutton::Run);
   });
-  Run("#BREAK;#VAR after 1");
-  EXPECT_EQ(met, Texts{"Debug Module  - [#break Command]"});
+  debug.DebugBreak = true;
+  Run("#VAR after 1");
+  EXPECT_EQ(met, Texts{"Debug Module "});
   EXPECT_EQ(Global("AFTER"), "1");
   EXPECT_FALSE(debug.DebugBreak) << "nothing is left of it";
   Done();
