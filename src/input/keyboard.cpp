@@ -66,6 +66,7 @@ void Keyboard::Form_KeyDown(int16 KeyCode, int16 Shift) {
   KeyboardState& keys = state_.keyboard;
   keys.SwallowKeyPress = false;
   if (KeyCode == keycode::F4 && Shift == AltBit) {
+    keys.LastKeyCode = KeyCode;  // Alt was not tapped alone: a refused end opens no menu
     upcalls_.screens.quit(false);
     return;
   }

@@ -76,8 +76,17 @@ void KeyRouter::KeyUp(int16 KeyCode) {
   }
 }
 
+// A key that waits for an answer, or for time to pass, has its modifiers down no more: the keys that answer are not
+// Alt+Tab or Control+Enter.
+void KeyRouter::LetGo() {
+  const int16 modifiers = std::exchange(borrowed_, int16{0});
+  for (auto modifier = ModifierKeys.rbegin(); modifier != ModifierKeys.rend(); ++modifier)
+    if ((ModifierBit(*modifier) & modifiers) != 0) KeyUp(*modifier);
+}
+
 void KeyRouter::Down(int16 KeyCode) {
   const Work work(*this);
+  LetGo();
   KeyDown(KeyCode);
 }
 
@@ -88,16 +97,17 @@ void KeyRouter::Up(int16 KeyCode) {
 
 void KeyRouter::Press(int16 KeyCode, int16 Shift) {
   const Work work(*this);
+  LetGo();
   const int16 own = ModifierBit(KeyCode);
   const auto missing = static_cast<int16>(Shift & ~held_ & ~own);
   for (const int16 modifier : ModifierKeys)
     if ((ModifierBit(modifier) & missing) != 0) KeyDown(modifier);
+  borrowed_ = missing;
   KeyDown(KeyCode);
   const std::string character = CharacterOf(KeyCode, held_);
   if (!character.empty()) KeyTyped(character);
   KeyUp(KeyCode);
-  for (auto modifier = ModifierKeys.rbegin(); modifier != ModifierKeys.rend(); ++modifier)
-    if ((ModifierBit(*modifier) & missing) != 0) KeyUp(*modifier);
+  LetGo();
 }
 
 void KeyRouter::EnterLine(TextModel& entry, const std::string& line) {
@@ -139,6 +149,7 @@ void KeyRouter::Type(const std::string& character) {
     return;
   }
   const Work work(*this);
+  LetGo();
   KeyDown(key.KeyCode);
   KeyTyped(character);
   KeyUp(key.KeyCode);

@@ -20,7 +20,8 @@ class KeyRouter {
   // Keeps the modifiers that are held; Shift of every key is theirs.
   void Down(int16 KeyCode);
   void Up(int16 KeyCode);
-  // A whole key with what it types. Modifiers of Shift that are not held are pressed before and released behind it.
+  // A whole key with what it types. Modifiers of Shift that are not held are pressed before and released behind it, or
+  // as soon as another key comes while it waits.
   void Press(int16 KeyCode, int16 Shift);
   // A whole key for one character (UTF-8).
   void Type(const std::string& character);
@@ -42,11 +43,13 @@ class KeyRouter {
   void KeyDown(int16 KeyCode);
   void KeyTyped(const std::string& character);
   void KeyUp(int16 KeyCode);
+  void LetGo();
 
   DialogDriver& dialog_;
   const Clock& clock_;
   FaceEvents* events_ = nullptr;
   int16 held_ = 0;
+  int16 borrowed_ = 0;   // of those the ones that Press has put down
   unsigned target_ = 0;  // serial of the dialog state that got the last KeyDown
   int working_ = 0;      // keys in work, one inside the other
   unsigned workSerial_ = 0;

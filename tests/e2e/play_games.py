@@ -32,6 +32,26 @@ class Games(unittest.TestCase):
     def finish(self):
         self.assertEqual(self.corvid.end(), 0)
 
+    def test_the_keys_that_answer_alt_f4_are_without_alt(self):
+        corvid = self.start("bob")
+        bob = self.connect("bob")
+        corvid.event("ready")
+        corvid.send(key="Alt-F4")
+        question = corvid.event("dialog")
+        corvid.send(key="Tab")
+        corvid.until(lambda e: e["event"] == "focus" and question["controls"][e["control"]]["caption"] == "No",
+                     "the focus on No")
+        corvid.send(key="Enter")
+        corvid.event("dialog-closed")
+        corvid.event("ready")
+        self.assertEqual("Disconnect Verification ", question["title"])
+        first = len(corvid.seen)
+        corvid.line("still here")
+        receive(bob, b"still here\r\n")
+        self.assertEqual([], [e for e in corvid.seen[first:] if e["event"] == "menu"])
+        bob.close()
+        self.finish()
+
     def test_only_the_game_in_front_is_heard_and_prefixes_reach_the_others(self):
         corvid = self.start("bob", "ann")
         bob = self.connect("bob")

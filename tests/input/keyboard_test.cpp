@@ -95,6 +95,16 @@ TEST_F(KeyboardTest, AltF4AsksToLeave) {
   EXPECT_EQ(Of("quit"), Texts{"asked"});
 }
 
+// Whoever answered that he stays is where he was: no menu takes his next keys.
+TEST_F(KeyboardTest, AltF4IsNoTapOfAlt) {
+  Down(keycode::Alt, AltBit);
+  Press(keycode::F4, AltBit);
+  memory.effects.Clear();
+  keys.KeyUp(keycode::Alt, 0);
+  EXPECT_EQ(Spoken(), Texts{});
+  EXPECT_FALSE(menus.ListOpen());
+}
+
 TEST_F(KeyboardTest, ScriptsAreSavedByTheWayEveryFiveMinutes) {
   Edit("#alias a b");
   buffers.BufferLoaded[4] = "";
