@@ -89,6 +89,7 @@ void Sessions::PrepareSlot(int16 slot, int16 MudIndex) {
   for (Table<char>* enabled :
        {&sessions_.TriggerEnabled, &sessions_.AliasEnabled, &sessions_.KeyEnabled, &sessions_.LogEntriesEnabled})
     (*enabled)[slot] = 1;
+  ShowTitle();  // now: whether the connection comes or fails, this is the session that the player is in
 }
 
 void Sessions::SetTarget(int16 MudIndex) {

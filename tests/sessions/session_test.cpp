@@ -211,6 +211,19 @@ TEST_F(OpenTest, RefusesAnUnknownService) {
   EXPECT_EQ(state.SessionRef[1], "bob") << "the session is there for another try";
 }
 
+TEST_F(OpenTest, TheTitleFollowsThePlayerWhateverBecomesOfTheConnection) {
+  Online("amy");
+  const int16 bob = Character("Aard", "Bob", "bob");
+  state.Port[bob] = "nosuchservice";
+  sessions.OpenMud(bob, 0);
+  EXPECT_EQ(memory.face.Title, "Corvid bob [Not connected]");
+  sessions.OpenMud(Character("Aard", "Cid", "cid"), opening::Offline);
+  EXPECT_EQ(memory.face.Title, "Corvid cid [Not connected]");
+  memory.sockets.OnConnectAnswer = MemorySockets::Answer::Never;
+  sessions.OpenMud(Character("Aard", "Dan", "dan"), 0);
+  EXPECT_EQ(memory.face.Title, "Corvid dan [Not connected]");
+}
+
 TEST_F(OpenTest, TellsAConnectionThatCannotBegin) {
   memory.sockets.ConnectError = 101;
   Character("Aard", "Bob", "bob");
