@@ -62,7 +62,7 @@ constexpr std::array menuTitles{
     MenuTitle{menuname::Main, "Main menu"},  MenuTitle{Edit, "Edit"},
     MenuTitle{Connect, "Connect"},           MenuTitle{Tools, "Tools and Preferences"},
     MenuTitle{AutoWalk, "Speed walk"},       MenuTitle{menuname::OneTime, "Tab words"},
-    MenuTitle{menuname::Classes, "Classes"},
+    MenuTitle{menuname::Classes, "Classes"}, MenuTitle{menuname::Buffer, "Script window menu"},
 };
 
 constexpr std::size_t CodeLength = 2;

@@ -113,7 +113,7 @@ void Menus::MenuRoutine(const std::string& FSelection) {
 
 void Menus::ShowMenu(const std::string& name) {
   const int32 index = std::exchange(restoreIndex_, 0);
-  if (!MenuTable::Has(name)) return SayNotBuilt(name);
+  if (!MenuTable::Has(name)) return SayNotBuilt(MenuTable::Title(name));
   std::vector<std::string> items;
   for (const MenuItem& item : MenuTable::Items()) {
     if (item.Menu != name) continue;

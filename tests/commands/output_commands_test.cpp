@@ -255,7 +255,7 @@ TEST_F(OutputCommandTest, AutoMenuOpensAMenuOrWalksThroughThem) {
   EXPECT_FALSE(menu.ListOpen);
   EXPECT_EQ(menu.MenuAutoPath, "") << "the next menu is opened by hand";
   EXPECT_EQ(Run("#AUTOMENU Window"), "");
-  EXPECT_EQ(Of("speech"), Lines{"5 Corvid does not have this menu yet: BUFFERMENU"});
+  EXPECT_EQ(Of("speech"), Lines{"5 Corvid does not have this menu yet: Script window menu"});
   EXPECT_EQ(Run("#AUTOMENU {files|x}"), "Bad menu name: files") << "as typed, where a path follows";
   EXPECT_EQ(Run("#AUTOMENU files"), "Bad menu name: FILES");
 }

@@ -44,7 +44,7 @@ TEST_F(MenuTest, AScriptInTheEntryBoxHasAMenuOfItsOwn) {
   Edit("#alias a b");
   memory.effects.Clear();
   TapAlt();
-  EXPECT_EQ(Spoken(), Texts{"5 Corvid does not have this menu yet: BUFFERMENU"});
+  EXPECT_EQ(Spoken(), Texts{"5 Corvid does not have this menu yet: Script window menu"});
   EXPECT_FALSE(menu.ListOpen);
 }
 
