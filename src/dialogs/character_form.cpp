@@ -9,10 +9,7 @@ namespace corvid {
 
 namespace {
 
-// Text boxes and checks in order of creation.
-enum TextBoxes : int16 { NameBox = 1, ReferenceBox, MudBox, HostBox, PortBox, PasswordBox };
-
-struct FlagCheck {
+struct FlagCheck {  // in order of creation
   int16 Flag;
   const char* Words;
 };
@@ -46,10 +43,10 @@ void WriteCharacter(CharacterTable& characters, int16 row, const CharacterFields
       static_cast<int16>((characters.CharFlags[row] & ~KnownFlags) | (fields.CharFlags & KnownFlags));
 }
 
-bool CharacterForm::Ask(const std::string& title, bool atReference, CharacterFields& fields) {
+bool CharacterForm::Ask(const std::string& title, TextBoxes first, CharacterFields& fields) {
   for (;;) {
     Build(title, fields);
-    if (atReference) dialog_.SetFirstFocus(ControlKind::TextBox, ReferenceBox);
+    dialog_.SetFirstFocus(ControlKind::TextBox, first);
     dialog_.ShowForm(500, 500);  // PUMP
     if (dialog_.GDResult != 0) return dialog_.GDResult == 1;
     if (platform_.events.Ending() || !platform_.face.PlayerThere()) return false;

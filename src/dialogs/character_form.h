@@ -27,12 +27,14 @@ void WriteCharacter(CharacterTable& characters, int16 row, const CharacterFields
 
 class CharacterForm {
  public:
+  enum TextBoxes : int16 { NameBox = 1, ReferenceBox, MudBox, HostBox, PortBox, PasswordBox };  // in order of creation
+
   CharacterForm(GenDialog& dialog, const CharacterTable& characters, Platform& platform)
       : dialog_(dialog), characters_(characters), platform_(platform) {}
 
-  // Shows the fields and takes what the player made of them. atReference begins at the reference, where something was
-  // wrong. True for OK. A dialog that comes between takes nothing away: the form is shown again. May pump events.
-  bool Ask(const std::string& title, bool atReference, CharacterFields& fields);
+  // Shows the fields, beginning at the one given, and takes what the player made of them. True for OK. A dialog that
+  // comes between takes nothing away: the form is shown again. May pump events.
+  bool Ask(const std::string& title, TextBoxes first, CharacterFields& fields);
 
  private:
   void Build(const std::string& title, CharacterFields& fields);

@@ -181,14 +181,18 @@ bool CharacterList::Play(const Entry& entry, int16 button) {
   return true;
 }
 
-std::string CharacterList::Problem(const CharacterFields& fields, int16 row) const {
+// What keeps the fields from being the character's; its text is empty when nothing does.
+CharacterList::Problem CharacterList::ProblemOf(const CharacterFields& fields, int16 row) const {
   const std::string& reference = fields.CharacterRef;
-  if (reference.find(' ') != std::string::npos) return "Character reference may not contain spaces.";
-  if (reference.empty())
-    return row != 0 && sessions_.IsLoaded(row) ? "The character is in use and needs its reference." : "";
+  const auto atReference = [](const char* text) { return Problem{text, CharacterForm::ReferenceBox}; };
+  if (reference.find(' ') != std::string::npos) return atReference("Character reference may not contain spaces.");
+  if (reference.empty() && row != 0 && sessions_.IsLoaded(row))
+    return atReference("The character is in use and needs its reference.");
   for (int16 other = 1; other <= characters_.CharacterCount; ++other)
-    if (other != row && SameText(characters_.CharacterRef[other], reference))
-      return "Duplicate Character Reference found. Please select a unique name.";
+    if (other != row && !reference.empty() && SameText(characters_.CharacterRef[other], reference))
+      return atReference("Duplicate Character Reference found. Please select a unique name.");
+  if (!fields.Port.empty() && !platform_.sockets.PortKnown(fields.Port))
+    return {"The port must be a number from 1 to 65535, or the name of a service.", CharacterForm::PortBox};
   return {};
 }
 
@@ -197,15 +201,18 @@ int16 CharacterList::Edit(const Entry& entry) {
   const std::string title = entry.row == 0 ? "Add Character" : "Edit Character";
   const int16 before = Find(entry);
   CharacterFields fields = before == 0 ? CharacterFields{} : ReadCharacter(characters_, before);
-  for (bool again = false;; again = true) {
-    if (!form_.Ask(title, again, fields)) return 0;  // PUMP
-    const std::string problem = Problem(fields, Find(entry));
-    if (problem.empty()) break;
-    Tell(problem, "Error");  // PUMP
+  for (Problem problem;;) {
+    if (!form_.Ask(title, problem.box, fields)) return 0;  // PUMP
+    problem = ProblemOf(fields, Find(entry));
+    if (problem.text.empty()) break;
+    Tell(problem.text, "Error");  // PUMP
   }
   int16 row = Find(entry);  // a character that has gone meanwhile is written anew
   if (row == 0) {
-    if (IsEmpty(fields)) return 0;
+    if (IsEmpty(fields)) {
+      Tell("No field was filled in, so no character was added.", title);  // PUMP
+      return 0;
+    }
     row = FreeRow();
   }
   Store(row, fields);  // PUMP

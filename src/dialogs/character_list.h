@@ -43,7 +43,11 @@ class CharacterList {
   bool Act(int16 button, const Entry& entry, int16& selected);
   bool Play(const Entry& entry, int16 button);
   int16 Edit(const Entry& entry);
-  std::string Problem(const CharacterFields& fields, int16 row) const;
+  struct Problem {
+    std::string text;
+    CharacterForm::TextBoxes box = CharacterForm::NameBox;  // where it is to be mended
+  };
+  Problem ProblemOf(const CharacterFields& fields, int16 row) const;
   void Store(int16 row, const CharacterFields& fields);
   int16 FreeRow();
   void Delete(const Entry& entry);

@@ -111,10 +111,8 @@ void QuickConnect::Show() {
     AskDelete(choices.at(static_cast<std::size_t>(toDelete)));
   }
   if (dialog_.GDResult != 1 && dialog_.GDResult != FromList) return;
-  if (chosen.HostName.empty()) {
-    upcalls_.errors.ShowError("A host name is needed to connect.");
-    return;
-  }
+  if (chosen.HostName.empty()) return upcalls_.errors.ShowError("A host name is needed to connect.");
+  if (chosen.Port.empty()) return upcalls_.errors.ShowError("A port number is needed to connect.");
   Connect(chosen);
 }
 

@@ -341,6 +341,31 @@ TEST_F(CharacterListTest, ABadReferenceIsToldAndTheInputIsThereAgain) {
   EXPECT_EQ(state.CharacterRef[3] + state.Password[3], "heropw");
 }
 
+TEST_F(CharacterListTest, APortThatLeadsNowhereIsToldBeforeTheFirstConnection) {
+  Presses(AddButton);
+  int32 focus = -1;
+  for (const char* port : {"four thousand", "0", "65536"}) {
+    Answers({"OK", {{RefAt, "hero"}, {HostAt, "dale.example"}, {PortAt, port}}, {}, {}});
+    Then([this, &focus] { focus = memory.face.OpenModel()->FirstFocus; });
+  }
+  Answers({"OK", {{PortAt, "telnet"}}, {}, {}});
+  Presses(Exit);
+  list.MaintainCharacters();
+  EXPECT_EQ(Boxes(), Texts(3, "Error|The port must be a number from 1 to 65535, or the name of a service."));
+  EXPECT_EQ(focus, PortAt);
+  EXPECT_EQ(state.CharacterRef[1] + " " + state.Port[1], "hero telnet");
+}
+
+TEST_F(CharacterListTest, AFormThatWasLeftEmptyAddsNothingAndSaysSo) {
+  Presses(AddButton);
+  Then([this] { EXPECT_EQ(memory.face.OpenModel()->FirstFocus, NameAt); });
+  Answers({"OK", {}, {}, {}});
+  Presses(Exit);
+  list.MaintainCharacters();
+  EXPECT_EQ(Boxes(), Texts{"Add Character|No field was filled in, so no character was added."});
+  EXPECT_EQ(state.CharacterCount, 0);
+}
+
 TEST_F(CharacterListTest, ACharacterKeepsItsOwnReferenceAndSeveralMayHaveNone) {
   Character("Dale", "Bob", "bob");
   Character("Dale", "", "");

@@ -97,6 +97,17 @@ TEST_F(QuickConnectTest, ARowOfTheListConnectsWithoutTyping) {
   EXPECT_EQ(sessions.Port[opened[0]], "23");
 }
 
+TEST_F(QuickConnectTest, WhatIsMissingIsToldAndOpensNothing) {
+  memory.face.Will({"Connect", {{3, "new.example"}}, {}, {}});
+  quick.Show();
+  memory.face.Will({"Connect", {{5, "5000"}}, {{1, -1}}, {}});
+  quick.Show();
+  EXPECT_EQ(memory.effects.Of("showerror"),
+            (std::vector<std::string>{"A port number is needed to connect.", "A host name is needed to connect."}));
+  EXPECT_TRUE(opened.empty());
+  EXPECT_EQ(sessions.CharacterCount, 3) << "no row is left behind";
+}
+
 TEST_F(QuickConnectTest, DeleteAsksAndBlanksEveryCharacterOfTheMud) {
   sessions.CharFlags[1] = charflag::AutoLogin;
   sessions.Password[1] = "secret";
