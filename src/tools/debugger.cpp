@@ -37,6 +37,7 @@ constexpr std::array buttonWords{"Set Trigger Breakpoint Alt-T",
                                  "Run F5"};
 static_assert(buttonWords.size() == Run);
 
+constexpr int16 ExpandedLine = 1;  // among the text boxes
 constexpr int32 FullWidth = 8000;  // twips
 
 // Says for its lifetime whether the debugger is at work, whatever way its owner is left.
@@ -179,7 +180,9 @@ int16 Debugger::Ask() {
   dialog.MakeTextBox(-100, 500, 295, FullWidth, LastLine());
   for (const char* words : buttonWords) dialog.MakeCommand(-100, 500, 400, FullWidth / 2, words, 0);
   dialog.SetCommandButtons(0, Run);  // whoever leaves by Escape, or closes it, lets the script go on
-  dialog.ShowForm(500, 500);         // PUMP
+  // Who goes on step by step wants to hear the command that comes next, at each step, and before anything else.
+  if (!debug.DebugExpandedLine.empty()) dialog.SetFirstFocus(ControlKind::TextBox, ExpandedLine);
+  dialog.ShowForm(500, 500);  // PUMP
   debug.DebugBreak = false;
   debug.DebugMode = mode;
   return dialog.GDResult;

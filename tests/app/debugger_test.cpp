@@ -134,6 +134,23 @@ TEST_F(DebuggerTest, StepStopsBeforeEachCommandWithItsParametersExpanded) {
   Done();
 }
 
+TEST_F(DebuggerTest, EachStopSaysTheCommandThatComesNext) {
+  SwitchOn();
+  ThenPress(debugbutton::Step);
+  ThenPress(debugbutton::Run);
+  program.memory.effects.Clear();
+  Run("#BREAK;#VAR copy 7");
+  EXPECT_EQ(program.memory.effects.Of("speech"),
+            (Texts{"5 Debug Module  - [#break Command]", "5 Expanded Current Script Line", "5 #BREAK",
+                   "5 Debug Module - [Step Mode]", "5 Expanded Current Script Line", "5 #VAR {copy} {7}"}));
+  program.memory.effects.Clear();
+  ThenPress(debugbutton::Run);
+  corvid.OpenDebugger();
+  EXPECT_EQ(program.memory.effects.Of("speech"), (Texts{"5 Debug Module - [Step Mode]", "5 Debug Mode", "5 checked"}))
+      << "opened by hand there is no command";
+  Done();
+}
+
 TEST_F(DebuggerTest, StepSwitchesTheModeOnAndWaitsForTheNextCommand) {
   ThenPress(debugbutton::Step);
   corvid.OpenDebugger();
