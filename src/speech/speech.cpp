@@ -20,7 +20,8 @@ constexpr int16 ByTheChosenWay = -1;          // to Speak: the type given to TTS
 constexpr int16 FirstVoice = Channel::Incoming;
 constexpr int16 LoudestVolume = 100;
 constexpr std::string_view StartProblem = "Error! Error initializing screen reader or MS SAPI.";  // title and text
-constexpr std::int64_t EngineAgain = 2000;  // milliseconds between two looks for an engine that could not start
+constexpr std::int64_t EngineAgain = 2000;  // milliseconds between two looks for an engine that could not start, and
+                                            // between two notices of it
 
 bool IsChannel(int16 window) {
   return window >= 1 && window <= Speech::Channels;
@@ -114,13 +115,13 @@ void Speech::TTSSetup(int16 TTSType) {
 // Each is made ready the first time that a channel needs it.
 bool Speech::EngineReady() {
   const bool first = engine_ == Readiness::Untried;
-  if (!StartEngine() && first) TellProblem(platform_.speechEngine.Problem());
+  if (!StartEngine() && first) TellProblem(speechtype::Engine, platform_.speechEngine.Problem());
   return engine_ == Readiness::Ready;
 }
 
 bool Speech::ReaderReady() {
   const bool first = reader_ == Readiness::Untried;
-  if (!StartReader() && first) TellProblem(platform_.screenReader.Problem());
+  if (!StartReader() && first) TellProblem(speechtype::ScreenReader, platform_.screenReader.Problem());
   return reader_ == Readiness::Ready;
 }
 
@@ -159,13 +160,22 @@ int16 Speech::EffectiveType(int16 type) {
   const bool first = engine_ == Readiness::Untried || reader_ == Readiness::Untried;
   if (StartEngine()) return speechtype::Engine;
   if (StartReader()) return speechtype::ScreenReader;
-  if (first) TellProblem(Trim(platform_.speechEngine.Problem() + " " + platform_.screenReader.Problem()));
+  if (first) {
+    const std::string problems = platform_.speechEngine.Problem() + " " + platform_.screenReader.Problem();
+    TellProblem(speechtype::None, Trim(problems));
+  }
   return speechtype::None;
 }
 
 // On the screen, since there is no voice to say it; the program goes on.
-void Speech::TellProblem(const std::string& problem) {
-  platform_.face.Notice(std::string(StartProblem) + (problem.empty() ? "" : " " + problem));
+// A script that chooses the speech anew while the program starts tries it anew, and need not be told twice.
+void Speech::TellProblem(int16 type, const std::string& problem) {
+  const std::int64_t now = platform_.clock.MonotonicMilliseconds();
+  const bool justTold = type == toldType_ && problem == toldProblem_ && now < tellAgain_;
+  toldType_ = type;
+  toldProblem_ = problem;
+  tellAgain_ = now + EngineAgain;
+  if (!justTold) platform_.face.Notice(std::string(StartProblem) + (problem.empty() ? "" : " " + problem));
 }
 
 // ---- voices ----

@@ -70,7 +70,7 @@ class Speech : public Speaker {
   bool StartEngine();
   bool StartReader();
   int16 EffectiveType(int16 type);
-  void TellProblem(const std::string& problem);
+  void TellProblem(int16 type, const std::string& problem);  // type: what failed; None for every way
   bool WaitForKey(int milliseconds);
   template <typename Done>
   bool PumpFor(std::int64_t milliseconds, Done&& done);
@@ -85,6 +85,9 @@ class Speech : public Speaker {
   bool whateverWorks_ = true;
   Readiness engine_ = Readiness::Untried;
   std::int64_t engineAgain_ = 0;  // when one that failed may be tried again, milliseconds of the clock
+  int16 toldType_ = 0;            // of the last problem that the player was told
+  std::string toldProblem_;
+  std::int64_t tellAgain_ = 0;  // when the same one may be told again
   Readiness reader_ = Readiness::Untried;
 };
 

@@ -182,6 +182,18 @@ TEST(NoVoice, IsToldOnceOnTheScreenAndTheProgramGoesOn) {
   EXPECT_EQ(house.Told("speech"), Texts({"1 now"}));
 }
 
+TEST(NoVoice, IsToldOnceWhileTheScriptsOfTheStartChooseTheSpeechAgain) {
+  SpeechHouse house;
+  house.AllChannels(3);
+  house.mem.speech.Works = false;
+  house.speech.TTSSetup(3);
+  house.speech.TTSSetup(3);
+  EXPECT_EQ(house.Told("notice").size(), 1u);
+  house.mem.clock.Advance(2000);
+  house.speech.TTSSetup(3);
+  EXPECT_EQ(house.Told("notice").size(), 2u) << "whoever chooses it later hears why it stays silent";
+}
+
 TEST(NoVoice, TheTypeThatFailedIsNotUsed) {
   for (const int16 type : {speechtype::ScreenReader, speechtype::Engine}) {
     SpeechHouse house;
