@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QTimer>
 #include <array>
 #include <nlohmann/json.hpp>
 
@@ -24,6 +25,7 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
   SmallProgram(QtEventLoop& eventLoop, JsonFace& jsonFace) : loop(eventLoop), face(jsonFace) {
     face.SetEvents(this);
     face.AttachEntry(entry);
+    face.SetEntryLabel("Entry line");
     face.AttachViewport(3, true, viewport);
     face.ShowMain();
   }
@@ -31,8 +33,12 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     keys += "d" + std::to_string(KeyCode) + "/" + std::to_string(Shift) + " ";
     if (KeyCode == keycode::F1 + 4) Ask();
     if (KeyCode == keycode::F1 + 7) face.ShowListMenu({"MAIN", "Main menu", {"File", "caf\xe9"}, 1});
+    if (KeyCode == keycode::F1 + 7) menuOpen = true;
     if (KeyCode == keycode::Escape) face.CloseListMenu();
     if (KeyCode == keycode::F1 + 8) TellEverything();
+    if (KeyCode == keycode::F1 + 6) entry.SetText("xyz");
+    if (KeyCode == keycode::F1 + 10) AskWithEveryControl();
+    if (KeyCode == keycode::F1 + 11) jobUntil = clock.MonotonicMilliseconds() + 30;
     if (KeyCode == keycode::F1 + 9) {
       Ask();
       const std::string first = answer;
@@ -61,7 +67,10 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
 
   TextModel& OutputText() override { return viewport; }
   std::vector<JsonSession> SessionList() const override { return {{3, "bob", "connected", true}}; }
-  JsonMenu MenuShown() const override { return {}; }
+  JsonMenu MenuShown() const override {
+    if (!menuOpen) return {};
+    return {true, "MAIN", {"File", "Edit"}, 1};
+  }
   bool BufferShown(int16 number, std::string& name, std::string& text) const override {
     name = "start.set";
     text = "#VAR";
@@ -83,6 +92,49 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     face.Beep();
   }
 
+  // One row for each kind of control, in each state that is told.
+  void AskWithEveryControl() {
+    model = DialogModel{};
+    model.Code = "ALL";
+    model.Title = "Ev\xe9ry control";
+    const auto add = [&](ControlKind kind, const char* caption) -> DialogControl& {
+      DialogControl& control = model.Controls.emplace_back();
+      control.Kind = kind;
+      control.Caption = caption;
+      return control;
+    };
+    add(ControlKind::Label, "Hear me").Text = "Hear me";
+    DialogControl& password = add(ControlKind::TextBox, "Password");
+    password.Text = "secret";
+    password.Masked = true;
+    add(ControlKind::Box, "Notes").Text = "one\r\ntwo";
+    DialogControl& ways = add(ControlKind::List, "Ways");
+    ways.Items = {"north", "south"};
+    ways.ListIndex = 1;
+    DialogControl& marks = add(ControlKind::List, "Marks");
+    marks.Items = {"a", "b", "c"};
+    marks.MultiSelect = true;
+    marks.Selected = {true, false, true};
+    add(ControlKind::Check, "Both").Value = 2;
+    add(ControlKind::Option, "First").Value = 1;
+    DialogControl& speed = add(ControlKind::Scroll, "Speed");
+    speed.Max = 100;
+    speed.Value = 40;
+    DialogControl& ok = add(ControlKind::Button, "OK");
+    ok.Text = "OK";
+    ok.Enabled = false;
+    DialogControl& cancel = add(ControlKind::Button, "Leave it");
+    cancel.Text = "Cancel";
+    cancel.Cancel = true;
+    ShowAndWait();
+  }
+
+  void ShowAndWait() {
+    open = true;
+    face.Dialogs().OpenDialog(model, *this);
+    while (open && !loop.Ending()) loop.WaitEvents(-1);
+  }
+
   void Ask() {
     model = DialogModel{};
     model.Code = "TEXTPROMPT";
@@ -94,9 +146,7 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     ok.Kind = ControlKind::Button;
     ok.Text = ok.Caption = "OK";
     ok.Default = true;
-    open = true;
-    face.Dialogs().OpenDialog(model, *this);
-    while (open && !loop.Ending()) loop.WaitEvents(-1);
+    ShowAndWait();
   }
   void DialogHappened(int32, DialogEvent event, int16&, int16&) override {
     if (event == DialogEvent::Click) DialogCloseRequested();
@@ -113,7 +163,9 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
   TextModel entry, viewport;
   DialogModel model;
   std::string keys, answer;
+  std::int64_t jobUntil = 0;
   bool open = false;
+  bool menuOpen = false;
   bool mayClose = true;
 };
 
@@ -127,7 +179,7 @@ class JsonFaceTest : public testing::Test {
     EXPECT_EQ(pipe(out.data()), 0);
     fcntl(out[1], F_SETPIPE_SZ, 1 << 20);
     EXPECT_EQ(write(in[1], input.data(), input.size()), static_cast<ssize_t>(input.size()));
-    close(in[1]);
+    if (!jobIsDue) close(in[1]);
     int argc = 1;
     std::string name = "test";
     std::array<char*, 2> argv{name.data(), nullptr};
@@ -137,10 +189,18 @@ class JsonFaceTest : public testing::Test {
       JsonFace face(loop, clock, {events, in[0], out[1]});
       SmallProgram program(loop, face);
       program.mayClose = mayClose;
-      face.Start({&program, {}, [&] { loop.End(5); }});
+      const auto jobDue = [&] { return jobIsDue || clock.MonotonicMilliseconds() < program.jobUntil; };
+      const auto jobEnds = [&] {
+        face.Notice("the job is done");
+        jobIsDue = false;
+        close(in[1]);
+      };
+      if (jobIsDue) QTimer::singleShot(20, jobEnds);
+      face.Start({&program, jobDue, [&] { loop.End(5); }});
       face.NoteExit(loop.Run());
       keys = program.keys;
       answer = program.answer;
+      jobWasOver = !jobDue();
     }
     close(out[1]);
     std::string text;
@@ -164,6 +224,8 @@ class JsonFaceTest : public testing::Test {
   }
   std::string keys, answer;
   bool mayClose = true;
+  bool jobIsDue = false;  // set: for the first 20 milliseconds, and the input goes on as long
+  bool jobWasOver = false;
 };
 
 TEST_F(JsonFaceTest, ALineGoesThroughTheKeyPath) {
@@ -220,6 +282,36 @@ TEST_F(JsonFaceTest, ADialogIsDrivenByKeysAndItsCharacterStaysThere) {
   EXPECT_EQ(keys, "d116/0 u13/0 u116/0 ");  // no character of Enter
 }
 
+TEST_F(JsonFaceTest, ADialogIsToldWithEveryControlAndItsState) {
+  const auto events = Run("{\"key\":\"F11\"}\n{\"get\":\"focus\"}\n{\"key\":\"Escape\"}\n");
+  EXPECT_EQ(Names(events), "dialog focus state dialog-closed ready exit");
+  EXPECT_EQ(events[0], Json::parse(R"({"event":"dialog","code":"ALL","title":"Evéry control","controls":[
+    {"kind":"label","caption":"Hear me","value":"Hear me","focus":false},
+    {"kind":"text","caption":"Password","value":"******","focus":true},
+    {"kind":"box","caption":"Notes","value":"one\r\ntwo","focus":false},
+    {"kind":"list","caption":"Ways","value":1,"items":["north","south"],"focus":false},
+    {"kind":"list","caption":"Marks","value":-1,"items":["a","b","c"],"selected":[0,2],"focus":false},
+    {"kind":"check","caption":"Both","value":2,"focus":false},
+    {"kind":"option","caption":"First","value":1,"focus":false},
+    {"kind":"scroll","caption":"Speed","value":40,"focus":false},
+    {"kind":"button","caption":"OK","value":"OK","enabled":false,"focus":false},
+    {"kind":"button","caption":"Leave it","value":"Cancel","focus":false}]})"));
+  EXPECT_EQ(events[1], Json::parse(R"({"event":"focus","window":"dialog","control":1,"caption":"Password"})"));
+  EXPECT_EQ(events[2], Json::parse(R"({"event":"state","what":"focus","window":"dialog","control":1})"));
+  EXPECT_EQ(events[3], Json::parse(R"({"event":"dialog-closed","code":"ALL"})"));
+}
+
+TEST_F(JsonFaceTest, WhileAJobIsPutOffTheNextLineWaitsAndNothingIsReady) {
+  const auto events = Run("{\"key\":\"F12\"}\n{\"get\":\"title\"}\n");
+  EXPECT_EQ(Names(events), "state ready exit");
+  EXPECT_TRUE(jobWasOver) << "the end of the input waited too";
+}
+
+TEST_F(JsonFaceTest, ItIsReadyOnlyBehindTheJobThatWasPutOff) {
+  jobIsDue = true;
+  EXPECT_EQ(Names(Run("")), "notice ready exit");
+}
+
 TEST_F(JsonFaceTest, AnswersThatAreSentAheadMeetOneDialogAfterTheOther) {
   const auto events = Run("{\"key\":\"F10\"}\n{\"line\":\"Ann\"}\n{\"line\":\"Bob\"}\n{\"line\":\"look\"}\n", "send");
   EXPECT_EQ(answer, "Ann|Bob");
@@ -263,6 +355,32 @@ TEST_F(JsonFaceTest, StatesTellWhatIsThere) {
   EXPECT_EQ(events[3].at("start"), 1);
   EXPECT_EQ(events[3].at("length"), 2);
   EXPECT_EQ(events[3].at("text"), "abc\r\n\xc3\xa9\r\n");
+}
+
+TEST_F(JsonFaceTest, EachThingThatCanBeAskedForHasItsFields) {
+  const std::pair<const char*, const char*> asked[] = {
+      {R"("get":"entry")", R"({"what":"entry","text":"xyz","start":1,"length":2,"locked":false,"label":"Entry line"})"},
+      {R"("get":"output")", R"({"what":"output","text":"","start":0,"length":0,"locked":false})"},
+      {R"("get":"buffer","number":4)",
+       R"({"what":"buffer","number":4,"exists":true,"name":"start.set","text":"#VAR"})"},
+      {R"("get":"title")", R"({"what":"title","text":""})"},
+      {R"("get":"focus")", R"({"what":"focus","window":"entry"})"},
+      {R"("get":"dialog")", R"({"what":"dialog","open":false})"},
+      {R"("get":"menu")", R"({"what":"menu","open":false,"name":"","items":[],"index":-1})"},
+      {R"("get":"sessions")",
+       R"({"what":"sessions","sessions":[{"session":3,"reference":"bob","state":"connected","current":true}]})"}};
+  std::string input = "{\"key\":\"F7\"}\n{\"select\":{\"window\":\"entry\",\"start\":1,\"length\":2}}\n";
+  for (const auto& [request, fields] : asked) input += std::string("{") + request + "}\n";
+  const auto events = Run(input + "{\"key\":\"F8\"}\n{\"get\":\"menu\"}\n", "none");
+  ASSERT_EQ(events.size(), std::size(asked) + 3) << Names(events);
+  for (std::size_t i = 0; i < std::size(asked); ++i) {
+    Json expected = Json::parse(asked[i].second);
+    expected["event"] = "state";
+    EXPECT_EQ(events[i], expected);
+  }
+  EXPECT_EQ(
+      events[std::size(asked)],
+      Json::parse(R"({"event":"state","what":"menu","open":true,"name":"MAIN","items":["File","Edit"],"index":1})"));
 }
 
 TEST_F(JsonFaceTest, BadLinesGetAnErrorAndNothingElse) {
