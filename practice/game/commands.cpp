@@ -112,6 +112,7 @@ void RunCommand(GameState& state, Connection& who, const std::string& line, Mill
   } else if (forClient) {
     SendLine(who, word + " is a command of the client, but it was sent to the game. Begin the line with the # itself.");
   } else {
+    SendSound(who, "error.wav");
     SendLine(who, "There is no command " + word + ". Type help commands for those there are.");
   }
 }

@@ -89,6 +89,7 @@ void EnterGame(GameState& state, Connection& who, Millis now) {
   StartClocks(state, now);
   Player& player = PlayerOf(state, who);
   SendLine(who, "");
+  SendSound(who, "connect.wav");
   SendLine(who, Paint(ink::Title, "You are in the game, " + who.Name + "."));
   SendText(who, "What you type and end with Enter is sent here. Type help for help, and quit to leave.");
   SendRoom(state, player.Room, who.Id, Paint(ink::Person, who.Name) + " has come into the game.");

@@ -66,6 +66,7 @@ void ChatterSwitch(Turn& turn) {
 
 void Quit(Turn& turn) {
   LeaveGame(turn.State, turn.Who);
+  SendSound(turn.Who, "disconnect.wav");
   SendLine(turn.Who, "Goodbye, " + turn.Self.Name + ". #CONNECT brings you back.");
 }
 

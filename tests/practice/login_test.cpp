@@ -66,8 +66,18 @@ TEST_F(LoginTest, SendsSoundLinesOnlyToThoseWhoWantThem) {
   TestPlayer anna(game, now);
   anna.LogIn("Anna", true);
   EXPECT_NE(anna.Type("n").find("\r\n!!SOUND(step.wav V=60 L=1)\r\n"), std::string::npos);
+  EXPECT_EQ(anna.Type("xyzzy").find("\r\n!!SOUND(error.wav V=60 L=1)\r\nThere is no command xyzzy."), 0U);
   anna.Bytes("\xff\xfe\x5a");
   EXPECT_EQ(anna.Type("s").find("!!"), std::string::npos);
+}
+
+TEST_F(LoginTest, ComingAndGoingAreHeard) {
+  TestPlayer anna(game, now);
+  anna.Bytes("\xff\xfd\x5a");
+  anna.Type("anna");
+  EXPECT_EQ(anna.Type("word").find("\r\n\r\n!!SOUND(connect.wav V=60 L=1)\r\nYou are in the game, Anna.\r\n"), 0U);
+  EXPECT_EQ(anna.Type("quit"),
+            "\r\n!!MUSIC(Off)\r\n!!SOUND(disconnect.wav V=60 L=1)\r\nGoodbye, Anna. #CONNECT brings you back.\r\n");
 }
 
 TEST_F(LoginTest, TakesGoodNamesOnly) {

@@ -32,6 +32,10 @@ class Sounds(unittest.TestCase):
             self.assertTrue(made[name] == shipped.get(name), f"{name} differs: run scripts/make-sounds")
         self.assertEqual(set(made), set(shipped))
 
+    def test_each_is_heard_in_the_practice_game(self):
+        game = "".join(path.read_text() for path in (TREE / "practice" / "game").glob("*.cpp"))
+        self.assertEqual([], [name for name in sorted(NAMES) if f'"{name}.wav"' not in game])
+
     def test_the_sounds_are_small(self):
         sizes = {path.stem: path.stat().st_size for path in SHIPPED.glob("*.wav")}
         self.assertLess(sum(sizes.values()), 1_500_000)
