@@ -37,6 +37,7 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     if (KeyCode == keycode::Escape) face.CloseListMenu();
     if (KeyCode == keycode::F1 + 8) TellEverything();
     if (KeyCode == keycode::F1 + 6) entry.SetText("xyz");
+    if (KeyCode == keycode::Insert) face.Notice("pasted " + face.ClipboardText());
     if (KeyCode == keycode::F1 + 10) AskWithEveryControl();
     if (KeyCode == keycode::F1 + 11) jobUntil = clock.MonotonicMilliseconds() + 30;
     if (KeyCode == keycode::F1 + 9) {
@@ -258,8 +259,46 @@ TEST_F(JsonFaceTest, EveryEventHasItsFields) {
   ASSERT_EQ(events.size(), expected.size()) << Names(events);
   for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(events[i], Json::parse(expected[i]));
   EXPECT_EQ(Names(Run("{\"key\":\"F9\"}\n", "none")), "ready exit");
-  // What is on the face's clipboard, the program can paste.
-  EXPECT_EQ(Names(Run("{\"clipboard\":\"x\"}\n")), "ready exit");
+}
+
+TEST_F(JsonFaceTest, TheClipboardIsFilledFromBothSides) {
+  const auto events =
+      Run("{\"clipboard\":\"gr\u00fcn\"}\n{\"key\":\"Insert\"}\n{\"key\":\"F9\"}\n{\"key\":\"Insert\"}\n",
+          "clipboard,notice");
+  ASSERT_EQ(Names(events), "notice clipboard notice notice ready exit");
+  EXPECT_EQ(events[0].at("text"), "pasted gr\u00fcn");
+  EXPECT_EQ(events[3].at("text"), "pasted caf\u00e9") << "as other programs put it there";
+}
+
+TEST_F(JsonFaceTest, ALineGoesToTheEntryWhereverTheFocusIs) {
+  const auto events = Run("{\"key\":\"F9\"}\n{\"line\":\"look\"}\n{\"get\":\"focus\"}\n", "focus,send");
+  ASSERT_EQ(Names(events), "focus focus send state ready exit");
+  EXPECT_EQ(events[0].at("window"), "output");
+  EXPECT_EQ(events[1].at("window"), "entry");
+  EXPECT_EQ(events[2].at("text"), "look");
+}
+
+TEST_F(JsonFaceTest, AnOutputThatNobodyReadsEndsTheProgram) {
+  std::array<int, 2> in{};
+  std::array<int, 2> out{};
+  ASSERT_EQ(pipe(in.data()), 0);
+  ASSERT_EQ(pipe(out.data()), 0);
+  close(out[0]);
+  int argc = 1;
+  std::string name = "test";
+  std::array<char*, 2> argv{name.data(), nullptr};
+  {
+    QtEventLoop loop(argc, argv.data());
+    const SystemClock clock;
+    JsonFace face(loop, clock, {"", in[0], out[1]});
+    SmallProgram program(loop, face);
+    EXPECT_TRUE(face.PlayerThere());
+    face.Start({&program, {}, [&] { loop.End(5); }});
+    QTimer::singleShot(10000, [&] { loop.End(6); });
+    EXPECT_EQ(loop.Run(), 5) << "the input is still open";
+    EXPECT_FALSE(face.PlayerThere());
+  }
+  for (const int descriptor : {in[0], in[1], out[1]}) close(descriptor);
 }
 
 TEST_F(JsonFaceTest, KeysAreWholeWithTheirModifiers) {
