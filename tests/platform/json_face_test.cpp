@@ -27,6 +27,7 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     face.AttachEntry(entry);
     face.SetEntryLabel("Entry line");
     face.AttachViewport(3, true, viewport);
+    face.AttachViewport(4, true, other);
     face.ShowMain();
   }
   void KeyDown(int16 KeyCode, int16 Shift) override {
@@ -37,7 +38,15 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     if (KeyCode == keycode::Escape) face.CloseListMenu();
     if (KeyCode == keycode::F1 + 8) TellEverything();
     if (KeyCode == keycode::F1 + 6) entry.SetText("xyz");
-    if (KeyCode == keycode::Insert) face.Notice("pasted " + face.ClipboardText());
+    if (KeyCode == keycode::Delete) {
+      viewport.Append("a\r\n");
+      other.Append("b\r\n");
+      viewport.Append("");
+      other.Append("c\r\n");
+      viewport.Append("d\r\n");
+    }
+    if (KeyCode == keycode::Insert)
+      face.Notice(std::to_string(face.ClipboardText().size()) + " " + face.ClipboardText());
     if (KeyCode == keycode::F1 + 10) AskWithEveryControl();
     if (KeyCode == keycode::F1 + 11) jobUntil = clock.MonotonicMilliseconds() + 30;
     if (KeyCode == keycode::F1 + 9) {
@@ -127,6 +136,7 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
     DialogControl& cancel = add(ControlKind::Button, "Leave it");
     cancel.Text = "Cancel";
     cancel.Cancel = true;
+    add(ControlKind::Check, "Hidden").Visible = false;
     ShowAndWait();
   }
 
@@ -161,7 +171,7 @@ class SmallProgram : public FaceEvents, public JsonQueries, public DialogEvents 
   QtEventLoop& loop;
   JsonFace& face;
   SystemClock clock;
-  TextModel entry, viewport;
+  TextModel entry, viewport, other;
   DialogModel model;
   std::string keys, answer;
   std::int64_t jobUntil = 0;
@@ -266,8 +276,8 @@ TEST_F(JsonFaceTest, TheClipboardIsFilledFromBothSides) {
       Run("{\"clipboard\":\"gr\u00fcn\"}\n{\"key\":\"Insert\"}\n{\"key\":\"F9\"}\n{\"key\":\"Insert\"}\n",
           "clipboard,notice");
   ASSERT_EQ(Names(events), "notice clipboard notice notice ready exit");
-  EXPECT_EQ(events[0].at("text"), "pasted gr\u00fcn");
-  EXPECT_EQ(events[3].at("text"), "pasted caf\u00e9") << "as other programs put it there";
+  EXPECT_EQ(events[0].at("text"), "5 gr\u00fcn");
+  EXPECT_EQ(events[3].at("text"), "5 caf\u00e9") << "in UTF-8, as other programs put it there";
 }
 
 TEST_F(JsonFaceTest, ALineGoesToTheEntryWhereverTheFocusIs) {
@@ -299,6 +309,14 @@ TEST_F(JsonFaceTest, AnOutputThatNobodyReadsEndsTheProgram) {
     EXPECT_FALSE(face.PlayerThere());
   }
   for (const int descriptor : {in[0], in[1], out[1]}) close(descriptor);
+}
+
+TEST_F(JsonFaceTest, WindowTextOfOneGoIsOneEventForEachSession) {
+  const auto events = Run("{\"key\":\"Delete\"}\n", "display");
+  ASSERT_EQ(Names(events), "display display display ready exit");
+  EXPECT_EQ(events[0], Json::parse(R"({"event":"display","session":3,"text":"a\r\n"})"));
+  EXPECT_EQ(events[1], Json::parse(R"({"event":"display","session":4,"text":"b\r\nc\r\n"})"));
+  EXPECT_EQ(events[2], Json::parse(R"({"event":"display","session":3,"text":"d\r\n"})"));
 }
 
 TEST_F(JsonFaceTest, KeysAreWholeWithTheirModifiers) {
@@ -334,7 +352,8 @@ TEST_F(JsonFaceTest, ADialogIsToldWithEveryControlAndItsState) {
     {"kind":"option","caption":"First","value":1,"focus":false},
     {"kind":"scroll","caption":"Speed","value":40,"focus":false},
     {"kind":"button","caption":"OK","value":"OK","enabled":false,"focus":false},
-    {"kind":"button","caption":"Leave it","value":"Cancel","focus":false}]})"));
+    {"kind":"button","caption":"Leave it","value":"Cancel","focus":false},
+    {"kind":"check","caption":"Hidden","value":0,"enabled":false,"focus":false}]})"));
   EXPECT_EQ(events[1], Json::parse(R"({"event":"focus","window":"dialog","control":1,"caption":"Password"})"));
   EXPECT_EQ(events[2], Json::parse(R"({"event":"state","what":"focus","window":"dialog","control":1})"));
   EXPECT_EQ(events[3], Json::parse(R"({"event":"dialog-closed","code":"ALL"})"));
