@@ -66,5 +66,18 @@ class PoliteEnd(unittest.TestCase):
                 self.end_by(program, signal.SIGTERM)
 
 
+class WrongWords(unittest.TestCase):
+    def test_they_are_told_and_nothing_is_started(self):
+        for words, code, told in ((("--ui", "json", "--events", "speech,noise"), 1, "There is no event noise."),
+                                  (("--ui", "window"), 2, "--ui takes desktop, console or json, not \"window\"."),
+                                  (("--loud",), 2, "There is no option \"--loud\".")):
+            with self.subTest(words), tempfile.TemporaryDirectory() as home:
+                done = subprocess.run([str(PROGRAM), *words], stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                                      env={"PATH": "/usr/bin:/bin", "HOME": home}, timeout=LIMIT)
+                self.assertEqual((code, f"corvid: {told}"), (done.returncode, done.stderr.split("\n")[0]))
+                self.assertEqual("", done.stdout)
+                self.assertEqual([], os.listdir(home))
+
+
 if __name__ == "__main__":
     unittest.main()
