@@ -34,6 +34,20 @@ TEST(Quit, AsksForEachConnectionAndANoKeepsTheProgram) {
   EXPECT_FALSE(run.memory.sockets.Connected(2));
 }
 
+TEST(Quit, ASecondWishWhileTheFirstIsAskedAboutAsksNothingMore) {
+  RunningProgram run;
+  run.StartAndConnect(0);
+  int questions = 0;
+  run.memory.loop.Idle = [&] {
+    if (++questions == 1) run.corvid.quit(false);
+    run.memory.face.Will("No");
+    return run.memory.face.AnswerDialog();
+  };
+  run.corvid.quit(false);
+  EXPECT_EQ(run.Asked(), Texts({Leaving}));
+  EXPECT_FALSE(run.Ended());
+}
+
 TEST(Quit, MandatoryAsksNothingAboutConnections) {
   RunningProgram run;
   run.StartAndConnect(0);

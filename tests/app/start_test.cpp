@@ -59,6 +59,17 @@ TEST_F(ProgramTest, PracticeAsksNothingConnectsAndSpeaks) {
   EXPECT_TRUE(memory.effects.Of("unanswered").empty());
 }
 
+TEST_F(ProgramTest, PracticeKeepsTheSpeechThatThePlayerHasSaved) {
+  SpeechState own = corvid->speechState;
+  own.SpeechType.fill(speechtype::Engine);
+  own.VoiceRate.fill(9);
+  const std::string saved = Scramble(SpeechSettings::FileText(own));
+  memory.files.Put("/data/speech.ini", saved);
+  ASSERT_TRUE(StartPractice());
+  EXPECT_EQ(memory.files.ReadWhole("/data/speech.ini"), saved);
+  EXPECT_EQ(corvid->speechState.VoiceRate[1], 9);
+}
+
 TEST_F(ProgramTest, TheSecondPracticeRunUsesTheSameCharacterOnItsNewPort) {
   ASSERT_TRUE(StartPractice());
   corvid->quit(true);

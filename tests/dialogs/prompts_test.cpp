@@ -473,6 +473,21 @@ TEST_F(PromptsTest, OptionsOfAGroupExcludeEachOther) {
   dialog.ShowForm(0, 0);
 }
 
+TEST_F(PromptsTest, ALabelIsTheCaptionOfTheNextControlAlone) {
+  dialog.Form_Init("TEST", "", nullptr);
+  dialog.MakeLabel(100, 100, 295, 2000, "passed over");
+  dialog.MakeLabel(-100, 100, 295, 2000, "Name");
+  dialog.MakeTextBox(-100, 100, 295, 2000, "");
+  dialog.MakeTextBox(-100, 100, 295, 2000, "");
+  dialog.MakeLabel(-100, 100, 295, 2000, "Ways");
+  dialog.MakeCheck(-100, 100, 295, 2000, 0, "Echo");
+  dialog.MakeBox(-100, 100, 295, 2000, "");
+  std::vector<std::string> captions;
+  for (const DialogControl& control : dialog.Model().Controls)
+    if (control.Kind != ControlKind::Label) captions.push_back(control.Caption);
+  EXPECT_EQ(captions, (std::vector<std::string>{"Name", "", "Echo", ""}));
+}
+
 TEST_F(PromptsTest, PlacesAreAbsoluteOrBesideTheLastControl) {
   dialog.Form_Init("TEST", "", nullptr);
   dialog.MakeLabel(500, 500, 295, 2000, "prompt");
