@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The game connections, by session number.
+// The game connections, by session number. Any other number than 0 to MaxConnections is a slot that was never made.
 #pragma once
 
 #include <string>
@@ -23,7 +23,7 @@ class Sockets {
  public:
   virtual ~Sockets() = default;
   virtual void SetEvents(SocketEvents* events) = 0;  // not owned
-  virtual void Create(int16 Index) = 0;              // makes the slot's socket, once
+  virtual void Create(int16 Index) = 0;              // makes the slot's socket, once; without it the slot does nothing
   virtual bool Connected(int16 Index) const = 0;
   // True from Connect until the connection stands, failed or was closed.
   virtual bool Connecting(int16 Index) const = 0;
@@ -36,9 +36,9 @@ class Sockets {
   // Copies at most length waiting bytes and returns their count, -1 when none wait or the socket is closed. Bytes that
   // came before the peer closed can still be read.
   virtual int Read(int16 Index, char* buffer, int length) = 0;
-  // Hands all bytes to the connection and returns their count, -1 on failure.
+  // Hands all bytes to the connection and returns their count, -1 on failure; it fails once the peer has gone.
   virtual int Write(int16 Index, std::string_view bytes) = 0;
-  virtual int LastError(int16 Index) const = 0;  // the system's number of the last failure, 0 if none
+  virtual int LastError(int16 Index) const = 0;  // the system's number of the last failure; 0: none, or the peer went
 };
 
 }  // namespace corvid

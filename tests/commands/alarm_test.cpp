@@ -286,12 +286,31 @@ TEST_F(AlarmTest, AnAlarmThatWaitsForItsSuccessorIsStopped) {
 
 TEST_F(AlarmTest, AFaultInATickIsLoggedAndTheOthersGoOn) {
   Run("#ALARM 1 {say one};#ALARM 1 {say two}");
-  control.AlarmChannel[1] = 99;  // no session has that number
+  struct FaultInOne : CommandRunner {
+    explicit FaultInOne(CommandRunner& real) : Real(real) {}
+    void ProcessCommand(const std::string& line, int16& flags, std::string& problem, Parameters& values,
+                        int16& channel) override {
+      if (line == "say one") throw Fault(FaultKind::Internal, "out of order");
+      Real.ProcessCommand(line, flags, problem, values, channel);
+    }
+    void SortTriggers() override { Real.SortTriggers(); }
+    CommandRunner& Real;
+  } faulty(dispatcher);
+  runner.Real = &faulty;
   Effects();
   memory.loop.Pass(1200);
   EXPECT_EQ(Sent(), "say two/");
   EXPECT_EQ(Of("speech"), (Lines{"1 Error logged."}));
   EXPECT_NE(memory.files.ReadWhole("/data/error.log").find("Procedure: alarm_timer\r\n"), std::string::npos);
+}
+
+TEST_F(AlarmTest, AnAlarmOfNoSessionIsMissed) {
+  Run("#ALARM 1 {say one};#ALARM 1 {say two}");
+  control.AlarmChannel[1] = 99;  // no session has that number
+  Effects();
+  memory.loop.Pass(1200);
+  EXPECT_EQ(Sent(), "say two/");
+  EXPECT_EQ(Of("speech"), Lines());
 }
 
 TEST_F(AlarmTest, ATimeBeyondNumbersIsAParsingError) {

@@ -2,97 +2,31 @@
 // What every network must do alike: the real one, to a server on this machine, and the one in memory that the other
 // tests trust.
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 
-#include <QHostAddress>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <cerrno>
 #include <functional>
-#include <memory>
 
-#include "deaf_server.h"
-#include "platform/memory/memory_sockets.h"
-#include "platform/qt/event_loop.h"
-#include "platform/qt/sockets.h"
+#include "networks.h"
 
 namespace corvid {
 namespace {
-
-// The far end serves one connection, the newest.
-class RealNetwork {
- public:
-  RealNetwork() {
-    server_.listen(QHostAddress::LocalHost, 0);
-    port_ = std::to_string(server_.serverPort());
-  }
-  std::string Port() const { return deaf_ ? deaf_->Port() : port_; }
-  void Refuse() { server_.close(); }
-  void AnswerNever() { deaf_ = std::make_unique<DeafServer>(); }
-  bool Accepted() {
-    if (server_.hasPendingConnections()) peer_ = server_.nextPendingConnection();
-    return peer_ != nullptr;
-  }
-  void Send(const std::string& bytes) {
-    peer_->write(bytes.data(), static_cast<qint64>(bytes.size()));
-    peer_->flush();
-  }
-  void Close() { peer_->disconnectFromHost(); }
-  void Break() {
-    const linger atOnce{1, 0};
-    setsockopt(static_cast<int>(peer_->socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
-    peer_->abort();
-  }
-  std::string TakeWritten() { return peer_->readAll().toStdString(); }
-  bool SawTheEnd() const { return peer_->state() == QAbstractSocket::UnconnectedState; }
-
- private:
-  int argc_ = 1;
-  char name_[5] = "test";
-  char* argv_[2] = {name_, nullptr};
-
- public:
-  QtEventLoop Loop{argc_, argv_};
-  QtSockets Net;
-
- private:
-  QTcpServer server_;
-  std::string port_;
-  QTcpSocket* peer_ = nullptr;
-  std::unique_ptr<DeafServer> deaf_;
-};
-
-class NetworkInMemory {
- public:
-  std::string Port() const { return "4000"; }
-  void Refuse() { Net.OnConnectAnswer = MemorySockets::Answer::Refuse; }
-  void AnswerNever() { Net.OnConnectAnswer = MemorySockets::Answer::Never; }
-  bool Accepted() const { return Net.Connected(1); }
-  void Send(const std::string& bytes) { Net.Receive(1, bytes); }
-  void Close() { Net.CloseByPeer(1); }
-  void Break() { Net.Reset(1); }
-  std::string TakeWritten() { return Net.TakeWritten(1); }
-  bool SawTheEnd() const { return !effects_.Of("disconnect").empty(); }
-
- private:
-  EffectLog effects_;
-  MemoryClock clock_;
-
- public:
-  MemoryLoop Loop{clock_};
-  MemorySockets Net{Loop, effects_};
-};
 
 // What the program was told, in order: "C" connected, "D" closed by the server, "E" error, and each byte itself.
 class Ears : public SocketEvents {
  public:
   explicit Ears(Sockets& net) : net_(net) {}
-  void OnConnect(int16 Index) override { Note("C", Index, true); }
+  void OnConnect(int16 Index) override {
+    Note("C", Index, true);
+    if (OnStand) OnStand();
+  }
   void OnDisconnect(int16 Index) override {
     Note("D", Index, false);
     if (OnEnd) OnEnd();
   }
-  void OnError(int16 Index) override { Note("E", Index, false); }
+  void OnError(int16 Index) override {
+    Note("E", Index, false);
+    if (OnFailure) OnFailure();
+  }
   void OnRead(int16 Index) override {
     ++Asked;
     char bytes[8];
@@ -104,7 +38,7 @@ class Ears : public SocketEvents {
   std::string Told;
   int Asked = 0;  // calls of OnRead
   int Room = 8;   // bytes that are read at once; 0: all are left waiting
-  std::function<void()> OnBytes, OnEnd;
+  std::function<void()> OnStand, OnBytes, OnEnd, OnFailure;
 
  private:
   void Note(const char* mark, int16 Index, bool connected) {
@@ -139,6 +73,12 @@ class SocketsContract : public testing::Test {
   void Connect() {
     ASSERT_EQ(Call(), 0);
     ASSERT_TRUE(Until([&] { return place.Accepted() && net.Connected(1); }));
+  }
+  // Bytes that have come and that nobody reads.
+  void SendUnread(const std::string& bytes) {
+    ears.Room = 0;
+    place.Send(bytes);
+    ASSERT_TRUE(Until([&] { return ears.Asked > 0; }));
   }
 
   Network place;
@@ -209,9 +149,7 @@ TYPED_TEST(SocketsContract, WhatIsNotConnectedTakesNothing) {
 
 TYPED_TEST(SocketsContract, OwnDisconnectIsSilentAndFollowsWhatWasWritten) {
   this->Connect();
-  this->ears.Room = 0;
-  this->place.Send("unread");
-  ASSERT_TRUE(this->Until([&] { return this->ears.Asked > 0; }));
+  this->SendUnread("unread");
   EXPECT_EQ(this->net.Write(1, "quit\r\n"), 6);
   std::string heard;
   ASSERT_TRUE(this->Until([&] { return (heard += this->place.TakeWritten()) == "quit\r\n"; }));
@@ -235,9 +173,7 @@ TYPED_TEST(SocketsContract, AnAttemptThatIsGivenUpIsSilent) {
 
 TYPED_TEST(SocketsContract, TheEndWaitsUntilAllIsRead) {
   this->Connect();
-  this->ears.Room = 0;
-  this->place.Send("last words");
-  ASSERT_TRUE(this->Until([&] { return this->ears.Asked > 0; }));
+  this->SendUnread("last words");
   this->place.Close();
   this->Settle();
   EXPECT_EQ(this->ears.Told, "C");
@@ -246,10 +182,112 @@ TYPED_TEST(SocketsContract, TheEndWaitsUntilAllIsRead) {
   EXPECT_TRUE(this->Tells("Clast wordsD"));
 }
 
+TYPED_TEST(SocketsContract, WhoHasGoneIsWrittenNothingThoughHisLastWordsWait) {
+  this->Connect();
+  this->SendUnread("last words");
+  this->place.Close();
+  this->Settle();
+  EXPECT_TRUE(this->net.Connected(1)) << "until all is read";
+  EXPECT_EQ(this->net.Write(1, "x"), -1);
+  EXPECT_EQ(this->net.LastError(1), ENOTCONN);
+  EXPECT_EQ(this->place.TakeWritten(), "");
+  this->ears.Room = 8;
+  EXPECT_TRUE(this->Tells("Clast wordsD"));
+}
+
 TYPED_TEST(SocketsContract, ABrokenConnectionIsClosed) {
   this->Connect();
   this->place.Break();
   EXPECT_TRUE(this->Tells("CD"));
+  EXPECT_EQ(this->net.LastError(1), 0);
+}
+
+TYPED_TEST(SocketsContract, WhatCameBeforeTheBreakCanStillBeRead) {
+  this->Connect();
+  this->SendUnread("last words");
+  this->place.Break();
+  this->Settle();
+  EXPECT_TRUE(this->net.Connected(1));
+  EXPECT_EQ(this->net.Write(1, "x"), -1);
+  this->ears.Room = 8;
+  EXPECT_TRUE(this->Tells("Clast wordsD"));
+}
+
+TYPED_TEST(SocketsContract, AReadTakesNoMoreThanItIsAskedFor) {
+  this->Connect();
+  this->SendUnread("abcde");
+  char bytes[4] = "---";
+  for (const int none : {0, -1}) EXPECT_EQ(this->net.Read(1, bytes, none), -1) << none;
+  ASSERT_EQ(this->net.Read(1, bytes, 2), 2);
+  EXPECT_EQ(std::string(bytes), "ab-");
+  this->ears.Room = 8;
+  EXPECT_TRUE(this->Tells("Ccde"));
+}
+
+TYPED_TEST(SocketsContract, WhatComesAfterOwnDisconnectIsNotRead) {
+  this->Connect();
+  EXPECT_EQ(this->net.Disconnect(1), 0);
+  this->place.Send("late");
+  this->Settle();
+  EXPECT_EQ(this->net.Read(1, &this->byte, 1), -1);
+  EXPECT_EQ(this->ears.Told, "C");
+}
+
+TYPED_TEST(SocketsContract, ASecondAttemptTakesThePlaceOfTheFirst) {
+  ASSERT_EQ(this->Call(), 0);
+  this->Connect();
+  this->Settle();
+  EXPECT_EQ(this->ears.Told, "C");
+}
+
+TYPED_TEST(SocketsContract, AnAttemptThatCannotBeStillEndsWhatStood) {
+  this->Connect();
+  this->SendUnread("old");
+  EXPECT_EQ(this->net.Connect(1, "127.0.0.1", "0", 1000), EINVAL);
+  EXPECT_FALSE(this->net.Connected(1));
+  EXPECT_EQ(this->net.Read(1, &this->byte, 1), -1);
+  this->ears.Room = 8;
+  this->Settle();
+  EXPECT_EQ(this->ears.Told, "C") << "without an event";
+}
+
+TYPED_TEST(SocketsContract, AHandlerMayUseItsOwnConnection) {
+  std::string heard;
+  this->ears.OnStand = [&] { EXPECT_EQ(this->net.Write(1, "hello"), 5); };
+  this->ears.Room = 1;
+  this->ears.OnBytes = [&] { EXPECT_EQ(this->net.Disconnect(1), 0); };
+  this->Connect();
+  EXPECT_TRUE(this->Until([&] { return (heard += this->place.TakeWritten()) == "hello"; }));
+  this->place.Send("xyz");
+  ASSERT_TRUE(this->Tells("Cx"));
+  this->Settle();
+  EXPECT_EQ(this->ears.Told, "Cx") << "it closed the connection at the first byte";
+}
+
+TYPED_TEST(SocketsContract, AHandlerMayUseTheConnectionOfAnother) {
+  this->net.Create(2);
+  this->Connect();
+  this->ears.OnBytes = [&] {
+    EXPECT_EQ(this->net.Connect(2, "127.0.0.1", this->place.Port(), 60000), 0);
+    EXPECT_TRUE(this->Until([&] { return this->net.Connected(2); }));
+    EXPECT_EQ(this->net.Write(2, "x"), 1);
+    EXPECT_EQ(this->net.Disconnect(2), 0);
+  };
+  this->place.Send("!");
+  ASSERT_TRUE(this->Tells("C!C"));
+  this->Settle();
+  EXPECT_TRUE(this->net.Connected(1));
+  EXPECT_FALSE(this->net.Connected(2));
+}
+
+TYPED_TEST(SocketsContract, AFailureMayBeAnsweredByTryingAgain) {
+  this->place.Refuse();
+  int left = 2;
+  this->ears.OnFailure = [&] {
+    if (left-- > 0) this->Call();
+  };
+  ASSERT_EQ(this->Call(), 0);
+  EXPECT_TRUE(this->Tells("EEE"));
 }
 
 TYPED_TEST(SocketsContract, TheEndMayBeAnsweredByConnectingAgain) {
@@ -261,9 +299,7 @@ TYPED_TEST(SocketsContract, TheEndMayBeAnsweredByConnectingAgain) {
 
 TYPED_TEST(SocketsContract, ConnectingAnewVoidsTheOldConnection) {
   this->Connect();
-  this->ears.Room = 0;
-  this->place.Send("old");
-  ASSERT_TRUE(this->Until([&] { return this->ears.Asked > 0; }));
+  this->SendUnread("old");
   this->ears.Room = 8;
   this->Connect();
   this->Settle();
@@ -287,7 +323,7 @@ TYPED_TEST(SocketsContract, AHandlerThatWaitsHearsTheRestMeanwhile) {
 }
 
 TYPED_TEST(SocketsContract, AnAddressThatCannotBeIsToldAtOnce) {
-  for (const char* port : {"1", "23", "65535"}) EXPECT_TRUE(this->net.PortKnown(port)) << port;
+  for (const char* port : {"1", "23", "65535", "telnet"}) EXPECT_TRUE(this->net.PortKnown(port)) << port;
   for (const char* port : {"0", "65536", "-1", "+1", "1.5", "1e3", "23 ", "", "no such service"}) {
     EXPECT_FALSE(this->net.PortKnown(port)) << port;
     EXPECT_EQ(this->net.Connect(1, "127.0.0.1", port, 1000), EINVAL) << port;
@@ -300,13 +336,37 @@ TYPED_TEST(SocketsContract, AnAddressThatCannotBeIsToldAtOnce) {
 }
 
 TYPED_TEST(SocketsContract, ASlotThatWasNeverMadeIsHarmless) {
-  EXPECT_NE(this->net.Connect(7, "127.0.0.1", this->place.Port(), 1000), 0);
-  EXPECT_FALSE(this->net.Connected(7));
-  EXPECT_FALSE(this->net.Connecting(7));
-  EXPECT_EQ(this->net.Read(7, &this->byte, 1), -1);
-  EXPECT_EQ(this->net.Write(7, "x"), -1);
-  EXPECT_EQ(this->net.Disconnect(7), 0);
-  EXPECT_EQ(this->net.LastError(7), 0);
+  const int16 beyond = MaxConnections + 1;
+  for (const int16 Index : {int16{-1}, beyond, int16{-32768}, int16{32767}}) this->net.Create(Index);
+  for (const int16 Index : {int16{7}, int16{-1}, beyond, int16{-32768}, int16{32767}}) {
+    EXPECT_NE(this->net.Connect(Index, "127.0.0.1", this->place.Port(), 1000), 0) << Index;
+    EXPECT_FALSE(this->net.Connected(Index)) << Index;
+    EXPECT_FALSE(this->net.Connecting(Index)) << Index;
+    EXPECT_EQ(this->net.Read(Index, &this->byte, 1), -1) << Index;
+    EXPECT_EQ(this->net.Write(Index, "x"), -1) << Index;
+    EXPECT_EQ(this->net.Disconnect(Index), 0) << Index;
+    EXPECT_EQ(this->net.LastError(Index), 0) << Index;
+  }
+  this->Settle();
+  EXPECT_EQ(this->ears.Told, "");
+}
+
+TYPED_TEST(SocketsContract, TheFirstAndTheLastSlotAreSlotsLikeAnother) {
+  for (const int16 Index : {int16{0}, MaxConnections}) {
+    this->net.Create(Index);
+    EXPECT_EQ(this->net.Connect(Index, "127.0.0.1", this->place.Port(), 60000), 0) << Index;
+    EXPECT_TRUE(this->Until([&] { return this->net.Connected(Index); })) << Index;
+    EXPECT_EQ(this->net.Write(Index, "x"), 1) << Index;
+  }
+  EXPECT_FALSE(this->net.Connected(1));
+}
+
+TYPED_TEST(SocketsContract, ASlotIsMadeOnce) {
+  this->Connect();
+  this->net.Create(1);
+  EXPECT_TRUE(this->net.Connected(1));
+  this->place.Send("on");
+  EXPECT_TRUE(this->Tells("Con"));
 }
 
 }  // namespace

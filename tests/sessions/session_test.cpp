@@ -328,6 +328,7 @@ TEST_F(OpenTest, ShowsAQuickConnectionByItsMud) {
   EXPECT_EQ(sessions.OpenMud(row, 0), -1) << "connected already";
   EXPECT_EQ(sessions.OpenMud(Character("MUD", "QUICKCONNECT", ""), 0), 0) << "another row is another connection";
   EXPECT_EQ(script.CurrentSocket, 2);
+  Pass(1);
   memory.sockets.CloseByPeer(2);
   EXPECT_EQ(memory.face.Title, "Corvid  [Not connected]") << "it has no reference";
 }

@@ -12,7 +12,7 @@ namespace corvid {
 
 void MemorySockets::Create(int16 Index) {
   if (FailCreate) throw Fault(FaultKind::Internal, "No socket in this test");
-  At(Index).created = true;
+  if (Possible(Index)) At(Index).created = true;
 }
 
 bool MemorySockets::PortKnown(const std::string& port) const {
@@ -24,8 +24,8 @@ bool MemorySockets::PortKnown(const std::string& port) const {
 }
 
 int MemorySockets::Connect(int16 Index, const std::string& host, const std::string& port, int timeoutMilliseconds) {
+  if (!Made(Index)) return ENOTSOCK;
   Slot& slot = At(Index);
-  if (!slot.created) return ENOTSOCK;
   const unsigned attempt = slot.attempt + 1;
   slot = Slot{};
   slot.created = true;
@@ -61,6 +61,7 @@ void MemorySockets::Complete(int16 Index, unsigned attempt) {
 }
 
 int MemorySockets::Disconnect(int16 Index) {
+  if (!Made(Index)) return 0;
   Slot& slot = At(Index);
   if (slot.connected) effects_.Add("disconnect", std::to_string(Index));
   slot.connected = slot.connecting = false;
@@ -70,6 +71,7 @@ int MemorySockets::Disconnect(int16 Index) {
 }
 
 int MemorySockets::Read(int16 Index, char* buffer, int length) {
+  if (!Made(Index)) return -1;
   Slot& slot = At(Index);
   if (slot.incoming.empty() || length <= 0) return -1;
   const std::size_t count = std::min(slot.incoming.size(), static_cast<std::size_t>(length));
@@ -79,13 +81,13 @@ int MemorySockets::Read(int16 Index, char* buffer, int length) {
 }
 
 int MemorySockets::Write(int16 Index, std::string_view bytes) {
+  if (!Made(Index)) return -1;
   Slot& slot = At(Index);
-  if (!slot.created) return -1;
   const auto fail = [&](int error) {
     slot.lastError = error;
     return -1;
   };
-  if (!slot.connected) return fail(ENOTCONN);
+  if (!slot.connected || slot.peerGone) return fail(ENOTCONN);
   if (FailWrites) return fail(EPIPE);
   if (bytes.size() > WriteRoom) return fail(ENOBUFS);
   if (WriteRoom != std::string::npos) WriteRoom -= bytes.size();
@@ -116,6 +118,7 @@ void MemorySockets::Drain(int16 Index, std::size_t bytes) {
 }
 
 void MemorySockets::Receive(int16 Index, std::string_view bytes) {
+  if (!At(Index).connected || At(Index).peerGone) return;
   At(Index).incoming += bytes;
   Deliver(Index);
 }
@@ -142,7 +145,10 @@ void MemorySockets::Deliver(int16 Index) {
 
 void MemorySockets::CloseByPeer(int16 Index) {
   Slot& slot = At(Index);
-  if (slot.connected && !slot.incoming.empty() && events_ != nullptr) {
+  if (!slot.connected) return;
+  slot.peerGone = true;
+  slot.waiting.clear();
+  if (!slot.incoming.empty() && events_ != nullptr) {
     // The end is behind the bytes that still wait to be read.
     const std::size_t place = delays_.size();
     delays_.push_back(loop_.Create([this, place, Index, attempt = slot.attempt] {
@@ -156,12 +162,10 @@ void MemorySockets::CloseByPeer(int16 Index) {
     return;
   }
   slot.connected = false;
-  slot.waiting.clear();
   if (events_ != nullptr) events_->OnDisconnect(Index);
 }
 
 void MemorySockets::Reset(int16 Index, int error) {
-  At(Index).incoming.clear();
   At(Index).lastError = error;
   CloseByPeer(Index);
 }
