@@ -22,6 +22,10 @@ class TwoGames : public testing::Test {
     run.memory.sockets.TakeWritten(2);
   }
   Texts Heard() { return run.memory.effects.Of("speech"); }
+  void PlayBob() {
+    run.Do("#CHAR bob");
+    Forget();
+  }
   // Amy's game goes on whatever has happened to Bob's.
   void AmyPlays() {
     run.Do("#CHAR amy");
@@ -78,8 +82,7 @@ TEST_F(TwoGames, AServerThatNeverAnswersIsToldAndMeanwhileTheOtherIsPlayed) {
 }
 
 TEST_F(TwoGames, ResetInTheMiddleOfALineKeepsWhatHasCome) {
-  run.Do("#CHAR bob");
-  Forget();
+  PlayBob();
   run.memory.sockets.Receive(1, "The dragon breathes\r\nfire at y");
   run.memory.sockets.Reset(1);
   run.memory.loop.Pass(200);
@@ -95,8 +98,7 @@ TEST_F(TwoGames, ResetInTheMiddleOfALineKeepsWhatHasCome) {
 
 TEST_F(TwoGames, AHalfOpenConnectionCanBeLeft) {
   run.memory.sockets.HalfOpen = true;
-  run.Do("#CHAR bob");
-  Forget();
+  PlayBob();
   for (int i = 0; i < 100; ++i) run.Do("look");
   run.memory.loop.Pass(60000);
   EXPECT_EQ(Heard(), Texts());
@@ -111,8 +113,7 @@ TEST_F(TwoGames, AHalfOpenConnectionCanBeLeft) {
 
 TEST_F(TwoGames, AServerThatReadsNothingCostsItsConnectionAlone) {
   run.memory.sockets.WriteRoom = 10;
-  run.Do("#CHAR bob");
-  Forget();
+  PlayBob();
   run.Do("look");
   EXPECT_EQ(run.memory.sockets.TakeWritten(1), "look\r\n");
   run.memory.face.Will("Ok");
@@ -155,8 +156,7 @@ TEST_F(TwoGames, AConnectionThatBeginsWhileAFailureIsToldIsReadAndStays) {
 }
 
 TEST_F(TwoGames, WhatTheNetworkTakesInPiecesArrivesWholeAndInOrder) {
-  run.Do("#CHAR bob");
-  Forget();
+  PlayBob();
   MemorySockets& sockets = run.memory.sockets;
   sockets.Congest(1, 3);
   run.Do("look");
@@ -177,8 +177,7 @@ TEST_F(TwoGames, WhatTheNetworkTakesInPiecesArrivesWholeAndInOrder) {
 }
 
 TEST_F(TwoGames, HalfALineThatWasTakenIsNeitherEndedNorSentAgain) {
-  run.Do("#CHAR bob");
-  Forget();
+  PlayBob();
   MemorySockets& sockets = run.memory.sockets;
   sockets.Congest(1, 3);
   run.Do("look");
@@ -200,8 +199,7 @@ TEST_F(TwoGames, HalfALineThatWasTakenIsNeitherEndedNorSentAgain) {
 
 TEST_F(TwoGames, AConnectionThatWasHalfOpenEndsAsALostOne) {
   run.memory.sockets.HalfOpen = true;
-  run.Do("#CHAR bob");
-  Forget();
+  PlayBob();
   run.Do("look");
   run.memory.loop.Pass(900000);
   run.memory.sockets.Reset(1, 110);
@@ -242,8 +240,7 @@ TEST_F(TwoGames, LinesThatComeWhileEachTriggerWaitsDoNotPileUpWithoutEnd) {
 }
 
 TEST_F(TwoGames, ASlowServerIsHeardWhole) {
-  run.Do("#CHAR bob");
-  Forget();
+  PlayBob();
   for (const char c : std::string("You wake up.\r\nIt is dark.\r\n")) {
     run.memory.sockets.Receive(1, std::string(1, c));
     run.memory.loop.Pass(30);

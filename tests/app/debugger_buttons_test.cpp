@@ -112,18 +112,11 @@ TEST_F(DebuggerTest, TheTesterFiresTriggersWithoutAConnection) {
 TEST_F(DebuggerTest, TheTesterStopsAtTheTriggersFirstCommandWhileTheModeIsOn) {
   Run("#TRIGGER {* hits you} {#VAR foe %1;#VAR hit 1}");
   SwitchOn();
-  Texts lines;
-  const auto look = [&](const char* button) {
-    Then([&, button] {
-      lines.push_back(Line());
-      Press(button);
-    });
-  };
-  look(debugbutton::Test);
+  ThenLook(debugbutton::Test);
   Then([&] { TypeAndPress("orc hits you", "OK"); });
-  look(debugbutton::Step);
-  look(debugbutton::Run);
-  look(debugbutton::Run);
+  ThenLook(debugbutton::Step);
+  ThenLook(debugbutton::Run);
+  ThenLook(debugbutton::Run);
   Run("#BREAK;#VAR after 1");
   EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Trigger Tester", "Debug Module  - [#break Command]",
                         "Debug Module - [Step Mode]", "Debug Module  - [#break Command]"}));
@@ -199,13 +192,9 @@ TEST_F(DebuggerTest, TheTesterReachesTheTriggersFromWithinATrigger) {
   Run("#TRIGGER {* hits you} {#BREAK;#VAR hit %1}");
   Run("#TRIGGER {* misses you} {#VAR miss %1}");
   SwitchOn();
-  Texts lines;
   ThenPress(debugbutton::Test);
   Then([&] { TypeAndPress("rat misses you", "OK"); });
-  Then([&] {
-    lines.push_back(Line());
-    Press(debugbutton::Run);
-  });
+  ThenLook(debugbutton::Run);
   Then([&] {
     EXPECT_EQ(Global("MISS"), "rat");
     EXPECT_EQ(Global("HIT"), "(none)");

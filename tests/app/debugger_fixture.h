@@ -38,6 +38,13 @@ class DebuggerTest : public testing::Test {
   void ThenPress(const std::string& button) {
     Then([this, button] { Press(button); });
   }
+  // Notes the line that the next stop shows, and goes on with a button.
+  void ThenLook(const std::string& button) {
+    Then([this, button] {
+      lines.push_back(Line());
+      Press(button);
+    });
+  }
 
   bool Meet() {
     if (memory.face.OpenModel() == nullptr) return false;
@@ -133,7 +140,8 @@ class DebuggerTest : public testing::Test {
   MemoryPlatform& memory = program.memory;
   Corvid& corvid = program.corvid;
   DebugState& debug = corvid.debugState;
-  Texts met;  // titles of the dialogs, in order
+  Texts met;    // titles of the dialogs, in order
+  Texts lines;  // script lines of the stops that were looked at
 
  private:
   std::deque<Step> steps_;

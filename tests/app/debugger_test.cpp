@@ -113,17 +113,10 @@ TEST_F(DebuggerTest, WhatIsOnlyCheckedStopsNowhere) {
 TEST_F(DebuggerTest, StepStopsBeforeEachCommandWithItsParametersExpanded) {
   Run("#VAR hp 12");
   SwitchOn();
-  Texts lines;
-  const auto look = [&](const char* button) {
-    Then([&, button] {
-      lines.push_back(Line());
-      Press(button);
-    });
-  };
-  look(debugbutton::Step);
-  look(debugbutton::Step);
-  look(debugbutton::Step);
-  look(debugbutton::Run);
+  ThenLook(debugbutton::Step);
+  ThenLook(debugbutton::Step);
+  ThenLook(debugbutton::Step);
+  ThenLook(debugbutton::Run);
   Run("#BREAK;#VAR copy @hp;#IF {@hp>5} {#VAR low 0;#VAR high 1};#VAR end 1");
   EXPECT_EQ(met, (Texts{"Debug Module  - [#break Command]", "Debug Module - [Step Mode]", "Debug Module - [Step Mode]",
                         "Debug Module - [Step Mode]"}));
@@ -332,15 +325,8 @@ TEST_F(DebuggerTest, TheVariablesAreThoseOfTheSessionInWhichTheCommandRuns) {
   ASSERT_EQ(Global("HP"), "1");
   SwitchOn();
   debug.DebugExpression = "@hp=12";
-  Texts lines;
-  const auto look = [&](const char* button) {
-    Then([&, button] {
-      lines.push_back(Line());
-      Press(button);
-    });
-  };
-  look(debugbutton::Step);
-  look(debugbutton::Run);
+  ThenLook(debugbutton::Step);
+  ThenLook(debugbutton::Run);
   Run("#GVAR copy @hp;#GVAR second {@hp}");
   EXPECT_EQ(met, (Texts{"Debug Module  - [Break on Expression]", "Debug Module  - [Break on Expression]"}));
   EXPECT_EQ(lines, (Texts{"#GVAR {copy} {12}", "#GVAR {second} {12}"}));

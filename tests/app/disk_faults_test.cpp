@@ -23,40 +23,30 @@ Disk KeptFiles(MemoryFiles& files) {
   return found;
 }
 
-// A line that may be refused, whose refusal is told in boxes that the player closes.
-void Try(RunningProgram& run, const std::string& line) {
-  int16 options = 0;
-  int16 outchannel = CurrentSession;
-  std::string error;
-  Parameters rvar;
-  run.corvid.scriptState.CommandDepth = 0;
-  run.corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
-}
-
 // An evening: a new character, definitions, a lost connection, saving, the end. seen is told each state of the disk.
 template <typename Seen>
 void Evening(RunningProgram& run, Seen&& seen) {
   run.Start();
   seen();
-  Try(run, "#MUD bob Aard aard.example 4000 Bob secret");
+  run.Try("#MUD bob Aard aard.example 4000 Bob secret");
   const int16 row = FindCharacter(run.corvid.sessionState, "bob");
   if (row > 0) run.corvid.sessionState.CharFlags[row] = charflag::KeepVariables | charflag::SimpleControl;
   seen();
-  Try(run, "#CONNECT bob");
+  run.Try("#CONNECT bob");
   seen();
   if (run.memory.sockets.Connected(1)) run.memory.sockets.Receive(1, "Welcome!\r\nWhat is your name?");
   run.memory.loop.Pass(200);
-  Try(run, "#ALIAS k {kill %1}");
-  Try(run, "#VAR gold 12");
-  Try(run, "look");
-  Try(run, "#CONFIGURE MarginBell 50");
+  run.Try("#ALIAS k {kill %1}");
+  run.Try("#VAR gold 12");
+  run.Try("look");
+  run.Try("#CONFIGURE MarginBell 50");
   run.corvid.saving.SaveOptionsFile();
   seen();
-  Try(run, "#SAVE");
+  run.Try("#SAVE");
   run.corvid.saving.AutoSave();
   seen();
   if (run.memory.sockets.Connected(1)) run.memory.sockets.CloseByPeer(1);
-  Try(run, "#CONNECT bob");
+  run.Try("#CONNECT bob");
   seen();
   run.corvid.quit(true);
   seen();
@@ -189,9 +179,7 @@ TEST(DiskFaults, TheFolderOfLogsVanishesAndTheNextConnectionMakesItAnew) {
 TEST(DiskFaults, TheWholeDataFolderVanishesAndTheGameGoesOn) {
   RunningProgram run;
   run.StartAndConnect(0);
-  const int16 number = run.corvid.buffers.GetBufferNumber("/data/Aard/bob.set");
-  ASSERT_GE(number, buffer::FirstScript);
-  run.corvid.buffers.SetBufferText(number, "#alias {k} {kill}\r\n");
+  const int16 number = run.ChangeScript("/data/Aard/bob.set", "#alias {k} {kill}\r\n");
   run.memory.files.Vanish("/data");
   run.memory.face.Will("Ok");
   run.Do("#SAVE");

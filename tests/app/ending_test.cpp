@@ -152,8 +152,7 @@ TEST(Quit, AChangedScriptThatTheDiskRefusesMayKeepThePlayerHere) {
   run.memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
   ASSERT_TRUE(run.Start());
   run.Do("#LOAD fight.set");
-  const int16 number = run.corvid.buffers.GetBufferNumber("/data/fight.set");
-  run.corvid.buffers.SetBufferText(number, "#alias {k} {kick}\r\n");
+  const int16 number = run.ChangeScript("/data/fight.set", "#alias {k} {kick}\r\n");
   run.FillDisk();
   run.memory.face.Will("No");
   run.corvid.quit(false);
@@ -218,20 +217,26 @@ TEST(Quit, ClosesTheLogs) {
   EXPECT_EQ(run.corvid.sessionState.LogOpen[1], 0);
 }
 
+// A program that has something to save in every place: a variable, the state of the character and a changed script.
+struct UnsavedProgram : RunningProgram {
+  UnsavedProgram() {
+    memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
+    StartAndConnect(charflag::SimpleControl | charflag::KeepVariables);
+    Define("gold", "12");
+    Do("#LOAD fight.set");
+    ChangeScript("/data/fight.set", "#alias {k} {kick}\r\n");
+    memory.effects.Clear();
+    memory.face.Player = false;
+    memory.loop.BeforePump = [this] { ++pumps; };
+  }
+  int pumps = 0;  // nothing may wait for the player or the network
+};
+
 TEST(SaveAtOnce, WritesAllThatAMandatoryEndWritesAndAsksNothing) {
-  RunningProgram run;
-  run.memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
-  run.StartAndConnect(charflag::SimpleControl | charflag::KeepVariables);
-  run.Define("gold", "12");
-  run.Do("#LOAD fight.set");
-  run.corvid.buffers.SetBufferText(run.corvid.buffers.GetBufferNumber("/data/fight.set"), "#alias {k} {kick}\r\n");
-  run.memory.effects.Clear();
-  run.memory.face.Player = false;
-  int pumps = 0;
-  run.memory.loop.BeforePump = [&] { ++pumps; };
+  UnsavedProgram run;
   run.corvid.start.SaveAtOnce();
   EXPECT_EQ(run.Asked(), Texts());
-  EXPECT_EQ(pumps, 0);
+  EXPECT_EQ(run.pumps, 0);
   EXPECT_EQ(run.Read(VariableFile), "#Var gold {12} {}\r\n");
   EXPECT_TRUE(run.Read(StateFile).starts_with("#Char bob\r\n\r\n"));
   EXPECT_EQ(run.Read("/data/fight.set"), "#alias {k} {kick}\r\n");
@@ -255,20 +260,12 @@ TEST(SaveAtOnce, SavesInTheMidstOfAnEndThatWaitsForAnAnswer) {
 }
 
 TEST(SaveAtOnce, ADiskThatRefusesKeepsNothingElseFromBeingSaved) {
-  RunningProgram run;
-  run.memory.files.Put("/data/fight.set", "#alias {k} {kill}\r\n");
-  run.StartAndConnect(charflag::SimpleControl | charflag::KeepVariables);
-  run.Define("gold", "12");
-  run.Do("#LOAD fight.set");
-  run.corvid.buffers.SetBufferText(run.corvid.buffers.GetBufferNumber("/data/fight.set"), "#alias {k} {kick}\r\n");
-  run.memory.face.Player = false;
-  int pumps = 0;
-  run.memory.loop.BeforePump = [&] { ++pumps; };
+  UnsavedProgram run;
   run.memory.files.Fail = [](const std::string& operation, const std::string& path) {
     return operation == "write" && path == StateFile ? "Input/output error" : "";
   };
   run.corvid.start.SaveAtOnce();
-  EXPECT_EQ(pumps, 0);
+  EXPECT_EQ(run.pumps, 0);
   EXPECT_EQ(run.Read(VariableFile), "#Var gold {12} {}\r\n");
   EXPECT_EQ(run.Read("/data/fight.set"), "#alias {k} {kick}\r\n");
   EXPECT_EQ(run.corvid.sessionState.LogOpen[1], 0);

@@ -93,9 +93,7 @@ TEST(RefusingDisk, ATypedLineIsOnItsWayBeforeASlowDiskIsAsked) {
 TEST(RefusingDisk, AChangedScriptStaysChanged) {
   RunningProgram run;
   run.StartAndConnect(0);
-  const int16 number = run.corvid.buffers.GetBufferNumber("/data/Aard/bob.set");
-  ASSERT_GE(number, buffer::FirstScript);
-  run.corvid.buffers.SetBufferText(number, "#alias {k} {kill}\r\n");
+  const int16 number = run.ChangeScript("/data/Aard/bob.set", "#alias {k} {kill}\r\n");
   run.FillDisk();
   run.memory.face.Will("Ok");
   run.Do("#SAVE");

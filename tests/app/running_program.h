@@ -28,15 +28,20 @@ inline SpeechState OwnVoices() {
   return speech;
 }
 
-// A line as the player types it; it must succeed.
-inline void TypeLine(Corvid& corvid, const std::string& line) {
+// A line as the player types it; the error text, empty if it succeeded.
+inline std::string TryLine(Corvid& corvid, const std::string& line) {
   int16 options = 0;
   int16 outchannel = CurrentSession;
   std::string error;
   Parameters rvar;
   corvid.scriptState.CommandDepth = 0;
   corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
-  EXPECT_EQ(error, "") << line;
+  return error;
+}
+
+// The same; it must succeed.
+inline void TypeLine(Corvid& corvid, const std::string& line) {
+  EXPECT_EQ(TryLine(corvid, line), "") << line;
 }
 
 // Leaves the list of characters, which opens half a second after a start that names none. Answers that wait for later
@@ -71,6 +76,15 @@ struct RunningProgram {
     memory.effects.Clear();
   }
   void Do(const std::string& line) { TypeLine(corvid, line); }
+  // A line that may be refused.
+  void Try(const std::string& line) { TryLine(corvid, line); }
+  // Changes a script that is loaded, in memory alone; its number.
+  int16 ChangeScript(const std::string& path, const std::string& text) {
+    const int16 number = corvid.buffers.GetBufferNumber(path);
+    EXPECT_GE(number, buffer::FirstScript) << path;
+    corvid.buffers.SetBufferText(number, text);
+    return number;
+  }
   // From now on the disk takes nothing any more.
   void FillDisk() {
     memory.files.Fail = [](const std::string& operation, const std::string&) {

@@ -28,13 +28,21 @@ void PrepareDisk(MemoryPlatform& mem) {
   mem.files.Put("/data/start.set", "");  // where the signs of the language change, a remark would be a command
 }
 
+// A run that changes its options and saves them; their text.
+template <typename Change>
+std::string SavedByARun(MemoryPlatform& mem, Change&& change) {
+  PrepareDisk(mem);
+  OneRun run(mem);
+  EXPECT_TRUE(run.Start());
+  change(run);
+  const std::string saved = run.Options();
+  EXPECT_TRUE(run.corvid.saving.SaveOptionsFile());
+  return saved;
+}
+
 TEST(SavedOptions, OfAChangedRunAreThoseOfTheNext) {
   MemoryPlatform mem;
-  PrepareDisk(mem);
-  std::string saved;
-  {
-    OneRun run(mem);
-    ASSERT_TRUE(run.Start());
+  const std::string saved = SavedByARun(mem, [](OneRun& run) {
     for (const char* line :
          {"#CONFIGURE ColourDisplay on", "#CONFIGURE OutputWindowSize 500", "#CONFIGURE OutputWindowPercent 60",
           "#CONFIGURE LineTerminator %char(33)", "#CONFIGURE ScriptReadOnly yes", "#CONFIGURE EntryByLine off",
@@ -42,9 +50,7 @@ TEST(SavedOptions, OfAChangedRunAreThoseOfTheNext) {
           "#CONFIGURE Editor {nano -w }", "#CONFIGURE EndOfLineCommentChar {--}", "#CONFIGURE CommandSeparator {&}",
           "#CONFIGURE CommentChar {*}", "#CONFIGURE EscapeChar {^}", "#CONFIGURE CommandChar {;}"})
       run.Type(line);
-    saved = run.Options();
-    ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
-  }
+  });
   EXPECT_EQ(mem.files.ReadWhole(OptionsFile), saved);
   EXPECT_TRUE(saved.starts_with(";Configure CommandChar {^;}\r\n;Configure EscapeChar {^^}\r\n")) << saved;
   OneRun next(mem);
@@ -67,11 +73,7 @@ TEST(SavedOptions, WithAnySignOfTheLanguageAreThoseOfTheNextRun) {
       if (std::string_view("{}%#~;:>@/").find(c) != std::string_view::npos) continue;  // fixed, or another sign already
       SCOPED_TRACE(std::string(name) + " " + c);
       MemoryPlatform mem;
-      PrepareDisk(mem);
-      std::string saved;
-      {
-        OneRun run(mem);
-        ASSERT_TRUE(run.Start());
+      const std::string saved = SavedByARun(mem, [sign = sign, c](OneRun& run) {
         OptionsState& options = run.corvid.optionsState;
         options.SlowWalk = options.Explicit = options.ScriptReadOnly = options.ColourDisplay = true;
         options.AutoLogin = options.EntryByLine = options.CompressOutput = false;
@@ -80,9 +82,7 @@ TEST(SavedOptions, WithAnySignOfTheLanguageAreThoseOfTheNextRun) {
         options.BackgroundColour = "MAGENTA";
         options.LineTerminator = "\n";
         options.*sign = c;
-        saved = run.Options();
-        ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
-      }
+      });
       OneRun next(mem);
       ASSERT_TRUE(next.Start());
       EXPECT_EQ(next.Options(), saved);
@@ -93,19 +93,13 @@ TEST(SavedOptions, WithAnySignOfTheLanguageAreThoseOfTheNextRun) {
 
 TEST(SavedOptions, WithSignsThatWereOthersBeforeAreThoseOfTheNextRun) {
   MemoryPlatform mem;
-  PrepareDisk(mem);
-  std::string saved;
-  {
-    OneRun run(mem);
-    ASSERT_TRUE(run.Start());
+  const std::string saved = SavedByARun(mem, [](OneRun& run) {
     OptionsState& options = run.corvid.optionsState;
     options.VariableChar = '$';
     options.EndOfLineCommentChar = "--";
     options.CommandSeparator = "a@b";
     options.SwitchSession = "a//b}\r\n $c";
-    saved = run.Options();
-    ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
-  }
+  });
   OneRun next(mem);
   ASSERT_TRUE(next.Start());
   EXPECT_EQ(next.Options(), saved);
@@ -115,12 +109,7 @@ TEST(SavedOptions, WithSignsThatWereOthersBeforeAreThoseOfTheNextRun) {
 
 TEST(SavedOptions, OfAnUntouchedRunAreThoseOfTheNext) {
   MemoryPlatform mem;
-  PrepareDisk(mem);
-  {
-    OneRun run(mem);
-    ASSERT_TRUE(run.Start());
-    ASSERT_TRUE(run.corvid.saving.SaveOptionsFile());
-  }
+  SavedByARun(mem, [](OneRun&) {});
   OneRun next(mem);
   ASSERT_TRUE(next.Start());
   EXPECT_EQ(next.corvid.bufferState.BufferText[buffer::ErrorLog], "");

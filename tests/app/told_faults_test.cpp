@@ -66,37 +66,27 @@ constexpr Row Rows[] = {
     {"end", "write", "bob.set", Way::Spoken, Logged},
 };
 
-// A line that may be refused.
-void Try(RunningProgram& run, const std::string& line) {
-  int16 options = 0;
-  int16 outchannel = CurrentSession;
-  std::string error;
-  Parameters rvar;
-  run.corvid.scriptState.CommandDepth = 0;
-  run.corvid.upcalls.commands.ProcessCommand(line, options, error, rvar, outchannel);
-}
-
 constexpr Road Roads[] = {
     {"start", [](RunningProgram& run) { run.Start(); }},
-    {"connect", [](RunningProgram& run) { Try(run, "#CONNECT bob"); }},
+    {"connect", [](RunningProgram& run) { run.Try("#CONNECT bob"); }},
     {"a line of the game", [](RunningProgram& run) { run.memory.sockets.Receive(1, "A troll arrives.\r\n"); }},
-    {"a typed line", [](RunningProgram& run) { Try(run, "look"); }},
+    {"a typed line", [](RunningProgram& run) { run.Try("look"); }},
     {"options", [](RunningProgram& run) { run.corvid.saving.SaveOptionsFile(); }},
-    {"scripts", [](RunningProgram& run) { Try(run, "#SAVE"); }},
+    {"scripts", [](RunningProgram& run) { run.Try("#SAVE"); }},
     {"by the way", [](RunningProgram& run) { run.corvid.saving.AutoSave(); }},
     {"by the way, a state",
      [](RunningProgram& run) {
        run.corvid.sessionState.CharFlags[FindCharacter(run.corvid.sessionState, "bob")] |= charflag::SimpleControl;
        run.corvid.saving.AutoSave();
      }},
-    {"reload", [](RunningProgram& run) { Try(run, "#RELOAD"); }},
-    {"load", [](RunningProgram& run) { Try(run, "#LOAD fight.set"); }},
+    {"reload", [](RunningProgram& run) { run.Try("#RELOAD"); }},
+    {"load", [](RunningProgram& run) { run.Try("#LOAD fight.set"); }},
     {"speech", [](RunningProgram& run) { run.corvid.speechSettings.SaveSpeech(); }},
     {"characters", [](RunningProgram& run) { run.corvid.characters.writeMudFile(); }},
     {"image", [](RunningProgram& run) { run.corvid.saving.WriteImage("/data/full.set"); }},
-    {"a data file written", [](RunningProgram& run) { Try(run, "#FILE 1 notes.txt;#WRITE 1 {one};#CLOSE 1"); }},
-    {"a data file read", [](RunningProgram& run) { Try(run, "#FILE 1 old.txt;#READ 1 line;#CLOSE 1"); }},
-    {"a data file deleted", [](RunningProgram& run) { Try(run, "#DELFILE old.txt"); }},
+    {"a data file written", [](RunningProgram& run) { run.Try("#FILE 1 notes.txt;#WRITE 1 {one};#CLOSE 1"); }},
+    {"a data file read", [](RunningProgram& run) { run.Try("#FILE 1 old.txt;#READ 1 line;#CLOSE 1"); }},
+    {"a data file deleted", [](RunningProgram& run) { run.Try("#DELFILE old.txt"); }},
     {"end", [](RunningProgram& run) { run.corvid.quit(true); }},
 };
 
@@ -140,9 +130,7 @@ void ToldFaults::Prepare(RunningProgram& run) {
   if (Is("connect")) return;
   run.Do("#CONNECT bob");
   run.Do("#VAR gold 12");
-  const int16 number = run.corvid.buffers.GetBufferNumber("/data/Aard/bob.set");
-  ASSERT_GE(number, buffer::FirstScript);
-  run.corvid.buffers.SetBufferText(number, "#ALIAS k {kick}\r\n");
+  run.ChangeScript("/data/Aard/bob.set", "#ALIAS k {kick}\r\n");
   run.memory.sockets.TakeWritten(1);
   run.memory.effects.Clear();
 }

@@ -9,14 +9,16 @@ namespace corvid::test {
 constexpr const char* Window = "One x here\r\nTwo\r\nthree X there\r\nfour x";
 //                              position 5               24             38
 
+struct FindStep {
+  const char* Keywords;
+  int32 Caret;
+  const char* Line;  // where it stands then
+};
+
 TEST_F(OutputCommandTest, FindInTheOutputGoesPlaceByPlace) {
   Viewport().SetText(Window);
   Effects();
-  const struct {
-    const char* Keywords;
-    int32 Caret;
-    const char* Line;
-  } steps[] = {
+  const FindStep steps[] = {
       {"Output", 5, "One x here"},                   // first and forward by default
       {"Next|Output", 24, "three X there"},          // case does not count
       {"Output|Next|Forward", 38, "four x"},         //
@@ -25,7 +27,7 @@ TEST_F(OutputCommandTest, FindInTheOutputGoesPlaceByPlace) {
       {"Next|Reverse|Output", 5, "One x here"},      //
       {"|First|Forward|Output|", 5, "One x here"},   // empty words count for nothing
   };
-  for (const auto& step : steps) {
+  for (const FindStep& step : steps) {
     EXPECT_EQ(Said("#FIND x {" + std::string(step.Keywords) + "}"), Lines()) << step.Keywords;
     EXPECT_EQ(Viewport().SelStart(), step.Caret) << step.Keywords;
     EXPECT_EQ(FoundLine(), step.Line) << step.Keywords;
@@ -118,11 +120,7 @@ TEST_F(OutputCommandTest, FindNextBackwardsFromTheFifthPlaceBeginsAgainAtTheEnd)
 
 TEST_F(OutputCommandTest, FindInTheEntryPutsTheCaretBeforeTheHit) {
   Entry().SetText("get x\r\nlook at X\r\nsay x");
-  const struct {
-    const char* Keywords;
-    int32 Caret;
-    const char* Line;
-  } steps[] = {
+  const FindStep steps[] = {
       {"", 4, "get x"},  // the entry has the focus
       {"Next|Input", 15, "look at X"},
       {"Next", 22, "say x"},
@@ -130,7 +128,7 @@ TEST_F(OutputCommandTest, FindInTheEntryPutsTheCaretBeforeTheHit) {
       {"Next|Reverse", 15, "look at X"},
       {"Reverse|Next", 4, "get x"},
   };
-  for (const auto& step : steps) {
+  for (const FindStep& step : steps) {
     EXPECT_EQ(Said("#FIND x {" + std::string(step.Keywords) + "}"), Lines()) << step.Keywords;
     EXPECT_EQ(Entry().SelStart(), step.Caret) << step.Keywords;
     EXPECT_EQ(FoundLine(), step.Line) << step.Keywords;
