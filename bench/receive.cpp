@@ -18,6 +18,7 @@
 #include "sessions/sound_lines.h"
 #include "sessions/telnet.h"
 #include "sound/sound.h"
+#include "support_upcalls.h"
 
 namespace {
 
@@ -49,18 +50,6 @@ class NoCommands : public corvid::CommandRunner {
 };
 
 // The rest of the higher floors, which this road never asks.
-class NoPrompter : public corvid::Prompter {
- public:
-  int16 MsgBox(const std::string&, int16, const std::string&) override { return corvid::box::ResultNo; }
-  std::string TextPrompt(const std::string&, const std::string&, int16, const std::string&) override { return {}; }
-  std::string PickList(const std::string&) override { return {}; }
-  bool ChooseFromList(const std::string&, const std::vector<std::string>&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return {}; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return {}; }
-};
-
 class NoScreens : public corvid::Screens {
  public:
   void MaintainCharacters() override {}
@@ -140,7 +129,7 @@ struct Client {
   NoCommands commands;
   NoSpeech speech;
   NoErrors errors;
-  NoPrompter prompter;
+  corvid::SilentPrompter prompter;
   NoScreens screens;
   NoJobs jobs;
   corvid::Symbols symbols{script, commands};

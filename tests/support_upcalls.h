@@ -107,4 +107,30 @@ class SilentPrompter : public Prompter {
   std::string PickDrive(const std::string&) override { return {}; }
 };
 
+// Message boxes go to the real prompts, which need the table of calls before they exist; nothing else is answered.
+class RelayedBoxes : public SilentPrompter {
+ public:
+  int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
+    return Real->MsgBox(text, flags, title);
+  }
+  Prompter* Real = nullptr;  // set before the first box
+};
+
+// All the higher floors at once.
+struct RecordingFloors {
+  explicit RecordingFloors(EffectLog& effects)
+      : runner(effects), errors(effects), speaker(effects), screens(effects), jobs(effects) {}
+  // The table of calls with another one to answer questions, or to do jobs.
+  Upcalls With(Prompter& other) { return {runner, errors, speaker, other, screens, jobs}; }
+  Upcalls With(TimerJobs& other) { return {runner, errors, speaker, prompter, screens, other}; }
+
+  RecordingRunner runner;
+  RecordingErrors errors;
+  RecordingSpeaker speaker;
+  SilentPrompter prompter;
+  RecordingScreens screens;
+  RecordingJobs jobs;
+  Upcalls upcalls{runner, errors, speaker, prompter, screens, jobs};
+};
+
 }  // namespace corvid

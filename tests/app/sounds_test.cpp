@@ -94,14 +94,8 @@ TEST(ProgramSounds, AStormOfSoundLinesListsTheFolderOnce) {
   options.SoundsFolder = folder;
   options.UserDataFolder = folder;
   ScriptState script;
-  RecordingRunner runner{memory.effects};
-  RecordingErrors errors{memory.effects};
-  RecordingSpeaker speaker{memory.effects};
-  SilentPrompter prompter;
-  RecordingScreens screens{memory.effects};
-  RecordingJobs jobs{memory.effects};
-  Upcalls upcalls{runner, errors, speaker, prompter, screens, jobs};
-  Sound sound{options, platform, upcalls};
+  RecordingFloors floors{memory.effects};
+  Sound sound{options, platform, floors.upcalls};
   SoundLines lines{options, sound, platform};
   sound.DSInit();
   for (int i = 0; i < 500; ++i)

@@ -42,6 +42,7 @@
 #include "sound/music_state.h"
 #include "sound/sound.h"
 #include "speech/speech.h"
+#include "support_upcalls.h"
 #include "tools/debug_state.h"
 #include "tools/debugger.h"
 
@@ -73,8 +74,8 @@ struct LateErrors : ErrorSink {
   }
 };
 
-struct RecordingSpeaker : Speaker {
-  explicit RecordingSpeaker(EffectLog& log) : Log(log) {}
+struct CommandSpeaker : Speaker {
+  explicit CommandSpeaker(EffectLog& log) : Log(log) {}
   void SpeakOut(const std::string& text, int16 window, int16) override {
     if (Fails) throw Fault(FaultKind::Internal, "no voice");
     Log.Add("speech", std::to_string(window) + " " + text);
@@ -88,8 +89,8 @@ struct RecordingSpeaker : Speaker {
 };
 
 // Message boxes are recorded as "title|text" and answered from the list; without an answer with OK or No.
-struct RecordingPrompter : Prompter {
-  explicit RecordingPrompter(EffectLog& log) : Log(log) {}
+struct CommandPrompter : SilentPrompter {
+  explicit CommandPrompter(EffectLog& log) : Log(log) {}
   int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
     Log.Add("box", title + "|" + text);
     LastFlags = flags;
@@ -112,11 +113,6 @@ struct RecordingPrompter : Prompter {
     Log.Add("list", list);
     return NextText();
   }
-  bool ChooseFromList(const std::string&, const Lines&, int16&) override { return false; }
-  std::string InputBox2(const std::string&, const std::string&, const std::string&) override { return ""; }
-  void FolderDialog2(const std::string&, const std::string&, int16, const std::string&, std::string&, std::string&,
-                     const std::string&) override {}
-  std::string PickDrive(const std::string&) override { return ""; }
   EffectLog& Log;
   std::string NextText() {
     if (Texts.empty()) return "";
@@ -130,17 +126,6 @@ struct RecordingPrompter : Prompter {
   int16 LastFlags = 0;
   int16 LastKind = 0;     // of a text prompt
   std::string LastStart;  // what stood in its box
-};
-
-struct RecordingScreens : Screens {
-  explicit RecordingScreens(EffectLog& log) : Log(log) {}
-  void MaintainCharacters() override { Log.Add("screen", "characters"); }
-  int16 SelectScreenReader() override { return 0; }
-  void quit(bool Mandatory) override { Log.Add("quit", Mandatory ? "mandatory" : "asked"); }
-  void InitializeConfigs() override { Log.Add("screen", "initialize"); }
-  void SimulateEnter() override { Log.Add("enter", ""); }
-  void ShowWindowAt(int16 buffer, int32) override { Log.Add("screen", "window " + std::to_string(buffer)); }
-  EffectLog& Log;
 };
 
 struct NoJobs : TimerJobs {
@@ -257,8 +242,8 @@ class CommandTest : public ::testing::Test {
   Platform platform = memory.All();
   LateRunner runner;
   LateErrors lateErrors;
-  RecordingSpeaker speaker{memory.effects};
-  RecordingPrompter prompter{memory.effects};
+  CommandSpeaker speaker{memory.effects};
+  CommandPrompter prompter{memory.effects};
   RecordingScreens screens{memory.effects};
   NoJobs jobs;
   Upcalls upcalls{runner, lateErrors, speaker, prompter, screens, jobs};

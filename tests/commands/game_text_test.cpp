@@ -414,7 +414,7 @@ TEST_F(GameTextTest, TextCanBePlacedInTheEntryLine) {
   EXPECT_EQ(Effects(), Lines{});
   Run("say ho", option::PlaceInEntry);
   EXPECT_EQ(buffers.EntryBox.Text(), "say ho");
-  EXPECT_EQ(Effects(), (Lines{"enter", "display 0 say ho\r\n", "wire 0 say ho\r\n"}));
+  EXPECT_EQ(Effects(), (Lines{"screen enter", "display 0 say ho\r\n", "wire 0 say ho\r\n"}));
 }
 
 TEST_F(GameTextTest, TextIsPlacedInTheEntryLineBehindAScriptThatIsShown) {

@@ -375,7 +375,7 @@ TEST_F(SessionCommandsTest, KillAllEndsEverySession) {
   script.TriggerCount = script.AbbreviationCount = script.TabWordCount = 3;
   Effects();
   EXPECT_EQ(Run("#KILLALL"), "");
-  EXPECT_EQ(Effects(), (Lines{"disconnect 0", "disconnect 1", "screen initialize"}));
+  EXPECT_EQ(Effects(), (Lines{"disconnect 0", "disconnect 1", "screen configs"}));
   EXPECT_EQ(sessions.SessionRef[0] + sessions.SessionRef[1], "");
   EXPECT_EQ(sessions.OutputWindow(0).Text(), "");
   EXPECT_EQ(sessions.LogOpen[1], 0);

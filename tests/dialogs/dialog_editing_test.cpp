@@ -58,13 +58,9 @@ class DialogEditingTest : public testing::Test {
 
   MemoryPlatform memory;
   Platform platform = memory.All();
-  RecordingSpeaker speaker{memory.effects};
-  RecordingErrors errors{memory.effects};
-  RecordingScreens screens{memory.effects};
-  RecordingRunner runner{memory.effects};
+  RecordingFloors floors{memory.effects};
   HeldJobs jobs;
-  SilentPrompter unused;
-  Upcalls upcalls{runner, errors, speaker, unused, screens, jobs};
+  Upcalls upcalls = floors.With(jobs);
   SpeechState speech;
   GenDialog dialog{platform, upcalls, speech};
   DialogDriver driver;

@@ -15,13 +15,8 @@ class PromptsTest : public testing::Test {
  protected:
   MemoryPlatform memory;
   Platform platform = memory.All();
-  RecordingSpeaker speaker{memory.effects};
-  RecordingErrors errors{memory.effects};
-  RecordingScreens screens{memory.effects};
-  RecordingRunner runner{memory.effects};
-  RecordingJobs jobs{memory.effects};
-  SilentPrompter unused;
-  Upcalls upcalls{runner, errors, speaker, unused, screens, jobs};
+  RecordingFloors floors{memory.effects};
+  Upcalls& upcalls = floors.upcalls;
   SpeechState speech;
   GenDialog dialog{platform, upcalls, speech};
   Prompts prompts{dialog, speech, platform, upcalls};

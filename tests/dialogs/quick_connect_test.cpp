@@ -16,20 +16,10 @@ class QuickConnectTest : public testing::Test {
  protected:
   MemoryPlatform memory;
   Platform platform = memory.All();
-  RecordingSpeaker speaker{memory.effects};
-  RecordingErrors errors{memory.effects};
-  RecordingScreens screens{memory.effects};
-  RecordingRunner runner{memory.effects};
-  RecordingJobs jobs{memory.effects};
+  RecordingFloors floors{memory.effects};
   SpeechState speech;
-  // The prompts answer their own upcalls: a question of the dialog is a dialog too.
-  struct Questions : SilentPrompter {
-    Prompts* real = nullptr;
-    int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
-      return real->MsgBox(text, flags, title);
-    }
-  } questions;
-  Upcalls upcalls{runner, errors, speaker, questions, screens, jobs};
+  RelayedBoxes questions;  // a question of the dialog is a dialog too
+  Upcalls upcalls = floors.With(questions);
   OptionsState options;
   SessionState sessions;
   GenDialog dialog{platform, upcalls, speech};
@@ -45,7 +35,7 @@ class QuickConnectTest : public testing::Test {
                      [this](int16 row) { return row == inUse; }};
 
   void SetUp() override {
-    questions.real = &prompts;
+    questions.Real = &prompts;
     options.UserDataFolder = "/data/";
     memory.files.CreateFolder("/data");
     AddRow("Dale", "dale.example", "4000", "Bob", "bob");

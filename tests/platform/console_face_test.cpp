@@ -15,6 +15,7 @@
 #include "platform/qt/clock.h"
 #include "platform/qt/console_output.h"
 #include "platform/qt/program_start.h"
+#include "qt_program.h"
 
 namespace corvid {
 namespace {
@@ -165,34 +166,20 @@ class ConsoleFaceTest : public testing::Test {
     Add(ControlKind::Button, "Cancel").Cancel = true;
   }
   std::string Run(const std::string& input) {
-    std::array<int, 2> in{};
-    std::array<int, 2> out{};
-    EXPECT_EQ(pipe(in.data()), 0);
-    EXPECT_EQ(pipe(out.data()), 0);
-    EXPECT_EQ(write(in[1], input.data(), input.size()), static_cast<ssize_t>(input.size()));
-    close(in[1]);
-    int argc = 1;
-    std::string name = "test";
-    std::array<char*, 2> argv{name.data(), nullptr};
+    Pipes pipes(input);
+    pipes.EndInput();
     {
-      QtEventLoop loop(argc, argv.data());
+      QtProgram qt;
       const SystemClock clock;
-      ConsoleFace face(loop, clock, in[0], out[1]);
-      EchoProgram program(loop, face, model);
+      ConsoleFace face(qt.loop, clock, pipes.In(), pipes.Out());
+      EchoProgram program(qt.loop, face, model);
       program.entry.SetLocked(locked);
-      face.Start({{}, [&] { loop.End(0); }});
-      loop.Run();
+      face.Start({{}, [&] { qt.loop.End(0); }});
+      qt.loop.Run();
       face.Finish();
       result = program.result;
     }
-    close(out[1]);
-    std::string text;
-    std::array<char, 4096> bytes{};
-    for (ssize_t count = 0; (count = read(out[0], bytes.data(), bytes.size())) > 0;)
-      text.append(bytes.data(), static_cast<std::size_t>(count));
-    close(in[0]);
-    close(out[0]);
-    return text;
+    return pipes.Written();
   }
   DialogModel model;
   std::string result;

@@ -2,17 +2,15 @@
 // The json face over pipes, with a small program behind it.
 #include "platform/qt/json_face.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <QTimer>
-#include <array>
 #include <nlohmann/json.hpp>
 
 #include "core/keys.h"
 #include "platform/qt/clock.h"
 #include "platform/qt/json_request.h"
+#include "qt_program.h"
 
 namespace corvid {
 namespace {
@@ -184,42 +182,28 @@ class JsonFaceTest : public testing::Test {
  protected:
   // Feeds input, runs to its end, returns what was printed.
   std::vector<Json> Run(const std::string& input, const std::string& events = "") {
-    std::array<int, 2> in{};
-    std::array<int, 2> out{};
-    EXPECT_EQ(pipe(in.data()), 0);
-    EXPECT_EQ(pipe(out.data()), 0);
-    fcntl(out[1], F_SETPIPE_SZ, 1 << 20);
-    EXPECT_EQ(write(in[1], input.data(), input.size()), static_cast<ssize_t>(input.size()));
-    if (!jobIsDue) close(in[1]);
-    int argc = 1;
-    std::string name = "test";
-    std::array<char*, 2> argv{name.data(), nullptr};
+    Pipes pipes(input);
+    if (!jobIsDue) pipes.EndInput();
     {
-      QtEventLoop loop(argc, argv.data());
+      QtProgram qt;
       const SystemClock clock;
-      JsonFace face(loop, clock, {events, in[0], out[1]});
-      SmallProgram program(loop, face);
+      JsonFace face(qt.loop, clock, {events, pipes.In(), pipes.Out()});
+      SmallProgram program(qt.loop, face);
       program.mayClose = mayClose;
       const auto jobDue = [&] { return jobIsDue || clock.MonotonicMilliseconds() < program.jobUntil; };
       const auto jobEnds = [&] {
         face.Notice("the job is done");
         jobIsDue = false;
-        close(in[1]);
+        pipes.EndInput();
       };
       if (jobIsDue) QTimer::singleShot(20, jobEnds);
-      face.Start({&program, jobDue, [&] { loop.End(5); }});
-      face.NoteExit(loop.Run());
+      face.Start({&program, jobDue, [&] { qt.loop.End(5); }});
+      face.NoteExit(qt.loop.Run());
       keys = program.keys;
       answer = program.answer;
       jobWasOver = !jobDue();
     }
-    close(out[1]);
-    std::string text;
-    std::array<char, 4096> bytes{};
-    for (ssize_t count = 0; (count = read(out[0], bytes.data(), bytes.size())) > 0;)
-      text.append(bytes.data(), static_cast<std::size_t>(count));
-    close(in[0]);
-    close(out[0]);
+    const std::string text = pipes.Written();
     std::vector<Json> lines;
     for (std::size_t at = 0; at < text.size();) {
       const std::size_t end = text.find('\n', at);

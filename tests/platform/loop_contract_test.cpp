@@ -9,18 +9,16 @@
 #include <string>
 
 #include "platform/memory/memory_loop.h"
-#include "platform/qt/event_loop.h"
+#include "qt_program.h"
 
 namespace corvid {
 namespace {
 
 class RealLoop {
-  int argc_ = 1;
-  char name_[5] = "test";
-  char* argv_[2] = {name_, nullptr};
+  QtProgram qt_;
 
  public:
-  QtEventLoop Loop{argc_, argv_};
+  QtEventLoop& Loop = qt_.loop;
   QtTimers Clockwork;
   void Post(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);

@@ -12,8 +12,8 @@
 
 #include "deaf_server.h"
 #include "platform/memory/memory_sockets.h"
-#include "platform/qt/event_loop.h"
 #include "platform/qt/sockets.h"
+#include "qt_program.h"
 
 namespace corvid {
 
@@ -45,12 +45,10 @@ class RealNetwork {
   bool SawTheEnd() const { return peer_->state() == QAbstractSocket::UnconnectedState; }
 
  private:
-  int argc_ = 1;
-  char name_[5] = "test";
-  char* argv_[2] = {name_, nullptr};
+  QtProgram qt_;
 
  public:
-  QtEventLoop Loop{argc_, argv_};
+  QtEventLoop& Loop = qt_.loop;
   QtSockets Net;
 
  private:

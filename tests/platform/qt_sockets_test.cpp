@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The real sockets, loop and timers against a loopback server of the test's own.
+// The real sockets against a loopback server of the test's own.
 #include "platform/qt/sockets.h"
 
 #include <gtest/gtest.h>
@@ -12,17 +12,10 @@
 #include <functional>
 
 #include "deaf_server.h"
-#include "platform/qt/event_loop.h"
+#include "qt_program.h"
 
 namespace corvid {
 namespace {
-
-struct Program {
-  int argc = 1;
-  char name[5] = "test";
-  char* argv[2] = {name, nullptr};
-  QtEventLoop loop{argc, argv};
-};
 
 class Recorder : public SocketEvents {
  public:
@@ -76,7 +69,7 @@ class QtSocketsTest : public testing::Test {
     return peer;
   }
 
-  Program program;
+  QtProgram program;
   QTcpServer server;
   QtSockets sockets;
   Recorder recorder;
@@ -261,77 +254,6 @@ TEST_F(QtSocketsTest, ASlotThatWasNeverMadeIsHarmless) {
   EXPECT_NE(sockets.Connect(7, "127.0.0.1", Port(), 100), 0);
   EXPECT_EQ(sockets.Disconnect(-3), 0);
   EXPECT_EQ(sockets.LastError(99), 0);
-}
-
-TEST(QtTimersTest, RepeatUntilDisabledAlsoWhileTheirHandlerWaits) {
-  Program program;
-  QtTimers timers;
-  int ticks = 0;
-  std::unique_ptr<Timer> timer;
-  timer = timers.Create([&] {
-    if (++ticks == 1)
-      while (ticks < 3) program.loop.WaitEvents(-1);
-    if (ticks >= 3) timer->SetEnabled(false);
-  });
-  timer->SetInterval(1);
-  EXPECT_FALSE(timer->Enabled());
-  timer->SetEnabled(true);
-  while (timer->Enabled()) program.loop.WaitEvents(1000);
-  EXPECT_EQ(ticks, 3);
-  program.loop.WaitEvents(5);
-  EXPECT_EQ(ticks, 3);
-}
-
-TEST(QtTimersTest, TheShortestIntervalTicksAtTheNextTurn) {
-  Program program;
-  QtTimers timers;
-  int ticks = 0;
-  const auto timer = timers.Create([&] { ++ticks; });
-  timer->SetInterval(1);
-  timer->SetEnabled(true);
-  EXPECT_EQ(ticks, 0);
-  program.loop.DoEvents();
-  EXPECT_GE(ticks, 1);
-  timer->SetEnabled(true);
-  timer->SetEnabled(false);
-  const int before = ticks;
-  program.loop.DoEvents();
-  EXPECT_EQ(ticks, before);
-}
-
-TEST(QtTimersTest, ATimerMayDieInItsOwnHandler) {
-  Program program;
-  QtTimers timers;
-  std::unique_ptr<Timer> timer;
-  bool fired = false;
-  timer = timers.Create([&] {
-    timer.reset();
-    fired = true;
-  });
-  timer->SetInterval(1);
-  timer->SetEnabled(true);
-  while (!fired) program.loop.WaitEvents(1000);
-  EXPECT_EQ(timer, nullptr);
-}
-
-TEST(QtEventLoopTest, EndGivesTheFirstCodeAndStopsWaiting) {
-  Program program;
-  QtTimers timers;
-  const auto timer = timers.Create([&] {
-    program.loop.End(3);
-    program.loop.End(4);
-    program.loop.WaitEvents(-1);  // must not sleep any more
-  });
-  timer->SetInterval(1);
-  timer->SetEnabled(true);
-  EXPECT_EQ(program.loop.Run(), 3);
-  EXPECT_TRUE(program.loop.Ending());
-}
-
-TEST(QtEventLoopTest, EndBeforeRunEndsAtOnce) {
-  Program program;
-  program.loop.End(7);
-  EXPECT_EQ(program.loop.Run(), 7);
 }
 
 }  // namespace

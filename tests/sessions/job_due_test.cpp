@@ -12,19 +12,13 @@ namespace {
 TEST(TimersJobDue, TheJobOfAKeyCountsAndTheOneOfTheStartDoesNot) {
   MemoryPlatform memory;
   Platform platform = memory.All();
-  RecordingSpeaker speaker{memory.effects};
-  RecordingErrors errors{memory.effects};
-  RecordingScreens screens{memory.effects};
-  RecordingRunner runner{memory.effects};
-  RecordingJobs jobs{memory.effects};
-  SilentPrompter silent;
-  Upcalls upcalls{runner, errors, speaker, silent, screens, jobs};
+  RecordingFloors floors{memory.effects};
   ScriptState script;
   OptionsState options;
   SessionState sessions;
   BufferState buffers;
   KeyboardState keys;
-  TimerRoutines timers(script, options, sessions, buffers, keys, platform, upcalls);
+  TimerRoutines timers(script, options, sessions, buffers, keys, platform, floors.upcalls);
   EXPECT_FALSE(timers.JobDue());
   timers.StartTimer1(timeraction::OpenCharacters, 500);
   EXPECT_FALSE(timers.JobDue());

@@ -40,19 +40,13 @@ struct SpeechHouse {
   RecordingErrors errors{mem.effects};
   RecordingScreens screens{mem.effects};
   RecordingJobs jobs{mem.effects};
-  // The prompter is a reference that the table of calls needs before the dialogs exist.
-  struct Relay : SilentPrompter {
-    Prompts* to = nullptr;
-    int16 MsgBox(const std::string& text, int16 flags, const std::string& title) override {
-      return to->MsgBox(text, flags, title);
-    }
-  } relay;
+  RelayedBoxes relay;
   Upcalls upcalls{runner, errors, speech, relay, screens, jobs};
   GenDialog dialog{platform, upcalls, state};
   Prompts prompts{dialog, state, platform, upcalls};
   VoiceKeys voiceKeys{speech, keyboard, platform, upcalls};
   SpeechSettings settings{state, options, dialog, speech, platform, upcalls};
-  bool related = (relay.to = &prompts) != nullptr;
+  bool related = (relay.Real = &prompts) != nullptr;
 };
 
 }  // namespace corvid::testing_speech
