@@ -49,4 +49,17 @@ struct SpeechHouse {
   bool related = (relay.Real = &prompts) != nullptr;
 };
 
+// The engine and the screen reader apart, so that a test sees which of them was meant.
+struct TwoWays {
+  explicit TwoWays(SpeechHouse& house, MemorySpeech& engine)
+      : platform{house.mem.clock,  house.mem.loop,   house.mem.loop,     house.mem.sockets,
+                 house.mem.files,  house.mem.places, house.mem.settings, engine,
+                 house.mem.speech, house.mem.face,   house.mem.sounds},
+        speech(house.state, house.keyboard, platform) {
+    speech.SpeakWhateverWorks(false);
+  }
+  Platform platform;
+  Speech speech;
+};
+
 }  // namespace corvid::testing_speech

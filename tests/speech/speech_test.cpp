@@ -3,10 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
-#include "core/fault.h"
-#include "speech/punctuation.h"
 #include "speech_house.h"
 
 namespace corvid {
@@ -14,6 +10,7 @@ namespace {
 
 using testing_speech::SpeechHouse;
 using testing_speech::Texts;
+using testing_speech::TwoWays;
 
 // --- channels ---
 
@@ -93,19 +90,6 @@ TEST(Stop, StopsByTheChosenType) {
   house.speech.StopSpeech();
   EXPECT_EQ(house.Told("silence"), Texts({"1", "2", "3", "4", "5", "6"}));
 }
-
-// The engine and the screen reader apart, so that a test sees which of them was meant.
-struct TwoWays {
-  explicit TwoWays(SpeechHouse& house, MemorySpeech& engine)
-      : platform{house.mem.clock,  house.mem.loop,   house.mem.loop,     house.mem.sockets,
-                 house.mem.files,  house.mem.places, house.mem.settings, engine,
-                 house.mem.speech, house.mem.face,   house.mem.sounds},
-        speech(house.state, house.keyboard, platform) {
-    speech.SpeakWhateverWorks(false);
-  }
-  Platform platform;
-  Speech speech;
-};
 
 TEST(Stop, ReachesTheReaderOrTheEngineAndNotBoth) {
   const struct {
@@ -299,177 +283,6 @@ TEST(WhateverWorks, TellsOnceThatNothingDoes) {
   house.mem.speech.Works = false;
   for (int i = 0; i < 3; ++i) house.speech.SpeakOut("text", 5, 0);
   EXPECT_EQ(house.Told("notice").size(), 1u);
-}
-
-// --- voices ---
-
-TEST(Voices, AreSetPerChannelAndClamped) {
-  SpeechHouse house;
-  house.speech.SetSapiValues(2, 30, 150, 1, 4);
-  house.speech.SetSapiValues(1, -40, -1, 2, -1);
-  const auto& four = house.mem.speech.Set(4);
-  EXPECT_EQ(four.voice, 2);
-  EXPECT_EQ(four.rate, 21);
-  EXPECT_EQ(four.volume, 100);
-  EXPECT_EQ(four.priority, 1);
-  const auto& one = house.mem.speech.Set(1);
-  EXPECT_EQ(one.voice, 1);
-  EXPECT_EQ(one.rate, -10);
-  EXPECT_EQ(one.volume, 0);
-  EXPECT_EQ(one.priority, 2);
-  house.speech.SetSapiValues(0, 0, 0, 0, 9);  // no such channel
-}
-
-struct NoSuchVoice : MemorySpeech {
-  using MemorySpeech::MemorySpeech;
-  void SetVoice(int16, int16) override { throw Fault(FaultKind::Index, "There is no such voice"); }
-};
-
-struct CountedStarts : MemorySpeech {
-  using MemorySpeech::MemorySpeech;
-  bool Start() override {
-    ++Starts;
-    return MemorySpeech::Start();
-  }
-  int Starts = 0;
-};
-
-TEST(Voices, AndTheReaderAreMadeReadyOnce) {
-  SpeechHouse house;
-  CountedStarts engine(house.mem.effects);
-  CountedStarts reader(house.mem.effects);
-  Platform platform{house.mem.clock, house.mem.loop,   house.mem.loop,     house.mem.sockets,
-                    house.mem.files, house.mem.places, house.mem.settings, engine,
-                    reader,          house.mem.face,   house.mem.sounds};
-  Speech speech(house.state, house.keyboard, platform);
-  for (const int16 type :
-       {speechtype::Engine, speechtype::ScreenReader, speechtype::Engine, speechtype::ScreenReader}) {
-    speech.TTSSetup(type);
-    speech.Speak("text", -1, 1);
-  }
-  EXPECT_EQ(engine.Starts, 1);
-  EXPECT_EQ(reader.Starts, 1);
-}
-
-TEST(Voices, AMissingOneLeavesTheOtherValuesToBeSet) {
-  SpeechHouse house;
-  NoSuchVoice engine(house.mem.effects);
-  TwoWays both(house, engine);
-  both.speech.SetSapiValues(99, 5, 40, 2, 3);
-  EXPECT_EQ(engine.Set(3).voice, 0);
-  EXPECT_EQ(engine.Set(3).rate, 5);
-  EXPECT_EQ(engine.Set(3).volume, 40);
-  EXPECT_EQ(engine.Set(3).priority, 2);
-}
-
-TEST(Voices, OfTheChannelsThatTheEngineSpeaksAreApplied) {
-  SpeechHouse house;
-  house.AllChannels(3);
-  house.state.SpeechType[2] = 1;
-  house.state.VoiceRate = {0, 5, 6, 7, 0, 0, 0};
-  house.state.VoiceIndex = {0, 1, 1, 2, 0, 0, 0};
-  house.speech.TTSSetup(3);
-  EXPECT_EQ(house.mem.speech.Set(1).rate, 5);
-  EXPECT_EQ(house.mem.speech.Set(2).rate, 0);
-  EXPECT_EQ(house.mem.speech.Set(3).voice, 2);
-}
-
-TEST(Voices, ALargeJumpLandsOnTheClamp) {
-  SpeechHouse house;
-  house.AllChannels(3);
-  house.speech.TTSSetup(3);
-  int16 rate = 0;
-  house.speech.AdjustRate2(1, rate);
-  EXPECT_EQ(rate, 1);
-  house.mem.speech.SetRate(1, 7);
-  house.mem.speech.SetRate(2, 15);
-  house.speech.AdjustRate2(2, rate);
-  EXPECT_EQ(rate, 9) << "counted from what the first voice has, whatever the caller knew";
-  EXPECT_EQ(house.mem.speech.Rate(1), 9);
-  EXPECT_EQ(house.mem.speech.Rate(2), 15);
-  house.speech.AdjustRate2(32767, rate);
-  EXPECT_EQ(rate, 21);
-  house.speech.AdjustRate2(1, rate);
-  EXPECT_EQ(rate, 21);
-  house.speech.AdjustRate2(-32768, rate);
-  EXPECT_EQ(rate, -10);
-  EXPECT_EQ(house.mem.speech.Rate(1), -10);
-  EXPECT_EQ(house.Told("speech"), Texts());
-}
-
-// --- characters ---
-
-TEST(Punctuation, HasItsSpokenNames) {
-  const std::pair<const char*, const char*> names[] = {
-      {" ", "space"},        {"!", "exclaim"},       {"\"", "quote"},     {"'", "apostrophe"},   {"(", "left parren"},
-      {")", "right parren"}, {",", "comma"},         {"-", "dash"},       {".", "period"},       {":", "colan"},
-      {";", "semi colan"},   {"<", "less"},          {">", "greater"},    {"?", "question"},     {"[", "left bracket"},
-      {"\\", "back slash"},  {"]", "right bracket"}, {"{", "left brace"}, {"|", "vertical bar"}, {"}", "right brace"}};
-  std::set<std::string> named;
-  for (const auto& [character, name] : names) {
-    EXPECT_EQ(SpokenCharacter(character), name);
-    named.insert(character);
-  }
-  for (char c = 33; c < 127; ++c) {
-    const std::string character(1, c);
-    if (named.contains(character)) continue;
-    EXPECT_EQ(SpokenCharacter(character), character);
-  }
-  EXPECT_EQ(SpokenCharacter("\xC3\xA9"), "\xC3\xA9");
-}
-
-TEST(Punctuation, HasARowForEachKeyAndAtMostNinetySeven) {
-  EXPECT_LE(PunctuationTable().size(), 97u);
-  std::set<int16> keys;
-  std::set<std::string_view> characters;
-  for (const PunctuationRow& row : PunctuationTable()) {
-    EXPECT_TRUE(keys.insert(row.KeyCode).second) << row.KeyCode;
-    EXPECT_TRUE(characters.insert(row.Text).second) << row.Text;
-  }
-  EXPECT_EQ(characters.size(), 95u);  // all that a US keyboard types
-}
-
-TEST(SayCharacter, TellsWhatAKeyTypes) {
-  EXPECT_EQ(SayCharacter('A', 0), "a");
-  EXPECT_EQ(SayCharacter('A', 1), "A");
-  EXPECT_EQ(SayCharacter('7', 0), "7");
-  EXPECT_EQ(SayCharacter('7', 1), "&");
-  EXPECT_EQ(SayCharacter('0', 1), "right parren");
-  EXPECT_EQ(SayCharacter(32, 0), "space");
-  EXPECT_EQ(SayCharacter(186, 1), "colan");
-  EXPECT_EQ(SayCharacter(222, 0), "apostrophe");
-  EXPECT_EQ(SayCharacter('A', 2), "");
-  EXPECT_EQ(SayCharacter(112, 0), "");
-}
-
-TEST(SpellWord, SpeaksEachCharacterWithAPauseBetween) {
-  SpeechHouse house;
-  house.AllChannels(3);
-  house.ReadyBoth();
-  house.state.LastSpoken = "kept";
-  house.speech.SpellWord("a b\xC3\xA9", 2);
-  EXPECT_EQ(house.Told("speech"), Texts({"2 a", "2 space", "2 b", "2 \xC3\xA9"}));
-  EXPECT_EQ(house.Told("silence"), Texts({"2", "2", "2", "2"}));
-  EXPECT_EQ(house.mem.clock.MonotonicMilliseconds(), 1200);  // none behind the last
-  EXPECT_EQ(house.state.LastSpoken, "kept");
-}
-
-TEST(SpellWord, EndsAtAKey) {
-  SpeechHouse house;
-  house.AllChannels(3);
-  house.keyboard.LastKeyCode = 65;  // the key before does not count
-  auto timer = house.mem.loop.Create([&] { house.keyboard.LastKeyCode = 27; });
-  timer->SetInterval(500);
-  timer->SetEnabled(true);
-  house.speech.SpellWord("abcdef", 2);
-  EXPECT_EQ(house.Told("speech"), Texts({"2 a", "2 b"}));
-}
-
-TEST(SpellWord, LeavesTheLastKeyAsItWas) {
-  SpeechHouse house;
-  house.keyboard.LastKeyCode = 65;
-  house.speech.SpellWord("ab", 2);
-  EXPECT_EQ(house.keyboard.LastKeyCode, 65);
 }
 
 }  // namespace
