@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/front.h"
 
-#include <cstdio>
-
 #include "app/corvid.h"
 #include "app/json_queries.h"
 #include "app/outside.h"
@@ -14,13 +12,6 @@
 namespace corvid {
 
 namespace {
-
-constexpr int CannotStart = 1;
-
-int Refuse(const std::string& problem) {
-  std::fprintf(stderr, "corvid: %s\n", problem.c_str());
-  return CannotStart;
-}
 
 std::string Joined(const std::vector<std::string>& words) {
   std::string all;
@@ -41,8 +32,7 @@ int RunJson(const CommandLine& line, int argc, char** argv) {
   JsonFace face(outside.loop, outside.clock, {.Events = filter});
   int code = 0;
   {
-    Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
-                   outside.settings, face.Engine(), face.Reader(), face, face.Sounds()});
+    Corvid corvid(outside.With(face.Engine(), face.Reader(), face, face.Sounds()));
     ProgramQueries queries(corvid);
     face.Start(
         {.Queries = &queries, .JobDue = [&] { return corvid.timers.JobDue(); }, .Quit = [&] { corvid.quit(true); }});
@@ -62,8 +52,7 @@ int RunConsole(const CommandLine& line, int argc, char** argv) {
   Voices voices(outside.timers, face);
   int code = 0;
   {
-    Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
-                   outside.settings, voices.engine, voices.reader, face, voices.sounds});
+    Corvid corvid(outside.With(voices.engine, voices.reader, face, voices.sounds));
     corvid.prompts.AskByVoice = nullptr;  // lines come here, not keys, and who reads them would not see the question
     face.Start({.JobDue = [&] { return corvid.timers.JobDue(); }, .Quit = [&] { corvid.quit(true); }});
     const EndSignals signals([&] { face.Leave(); });

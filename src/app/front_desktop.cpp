@@ -12,17 +12,6 @@
 
 namespace corvid {
 
-namespace {
-
-constexpr int CannotStart = 1;
-
-int Refuse(const std::string& problem) {
-  std::fprintf(stderr, "corvid: %s\n", problem.c_str());
-  return CannotStart;
-}
-
-}  // namespace
-
 int RunDesktop(const CommandLine& line, int argc, char** argv) {
   if (!HasDisplay()) {
     if (line.UiGiven) return Refuse("There is no display for a window. Try --ui console.");
@@ -36,8 +25,7 @@ int RunDesktop(const CommandLine& line, int argc, char** argv) {
   if (!problem.empty()) return Refuse(problem);
   DesktopFace face(outside.loop, outside.clock);
   Voices voices(outside.timers, face);
-  Corvid corvid({outside.clock, outside.loop, outside.timers, outside.sockets, outside.files, outside.places,
-                 outside.settings, voices.engine, voices.reader, face, voices.sounds});
+  Corvid corvid(outside.With(voices.engine, voices.reader, face, voices.sounds));
   face.Start({.Quit = [&] { corvid.quit(true); }, .Focused = [&](bool focused) { voices.sounds.SetFocused(focused); }});
   const EndSignals signals([&] { face.Leave(); });
   const ExitWatch screenLost([&] {

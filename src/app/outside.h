@@ -2,12 +2,14 @@
 // The parts of the real system that every face needs.
 #pragma once
 
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
 #include "app/command_line.h"
 #include "app/practice.h"
 #include "app/start_order.h"
+#include "platform/platform.h"
 #include "platform/qt/clock.h"
 #include "platform/qt/event_loop.h"
 #include "platform/qt/files.h"
@@ -16,6 +18,12 @@
 #include "platform/qt/sockets.h"
 
 namespace corvid {
+
+// Tells on the console why the program cannot start; the code that it ends with.
+inline int Refuse(const std::string& problem) {
+  std::fprintf(stderr, "corvid: %s\n", problem.c_str());
+  return 1;
+}
 
 struct Outside {
   Outside(int& argc, char** argv) : loop(argc, argv) {}
@@ -42,6 +50,10 @@ struct Outside {
     if (request.DataFolder.empty()) request.DataFolder = StateFolder(places) + "practice";
     if (request.Connect.empty()) request.Connect = "practice";
     return request;
+  }
+  // All that the program needs, with the voices and the window of a face.
+  Platform With(SpeechEngine& engine, ScreenReader& reader, Face& face, SoundOutput& sounds) {
+    return {clock, loop, timers, sockets, files, places, settings, engine, reader, face, sounds};
   }
 };
 
