@@ -68,6 +68,13 @@ class EchoProgram : public FaceEvents, public DialogEvents {
       hidden.Append("Ann waves\r\n");
     } else if (line == "empty menu") {
       face.ShowListMenu({"ONETIME", "Tab words", {}, -1});
+    } else if (line == "words") {
+      face.ShowListMenu({"ONETIME", "Tab words", rows, 0});
+    } else if (line == "ask and tell") {
+      Ask();
+      face.Notice("Really?");
+      shown.Append("Bob waves\r\n");
+      face.Notice("Really?");
     } else if (line == "menu") {
       face.ShowListMenu({"MAIN", "Main menu", rows, 0});
     } else if (line == "switch") {
@@ -202,8 +209,7 @@ TEST_F(ConsoleFaceTest, WhatWasPutIntoTheEntryLineIsShownOnce) {
 TEST_F(ConsoleFaceTest, AListMenuIsNumberedAndARowIsNamed) {
   const std::string list =
       "=== Corvid\n--- Main menu ---\n1 File (chosen)\n2 Edit\n3 Find\n"
-      "(A number or the beginning of the words chooses. /b goes back, /d and a number deletes, "
-      "/c closes.)\n";
+      "(A number or the beginning of the words chooses. /b goes back, /c closes.)\n";
   EXPECT_EQ(Run("menu\n2\n"), list + "row 1\nkey 13/0\n");
   EXPECT_EQ(Run("menu\nfin\n"), list + "row 2\nkey 13/0\n");
   EXPECT_EQ(Run("menu\n/c\nhello\n"), list + "key 27/0\nYou say: hello[31m\n");
@@ -213,11 +219,33 @@ TEST_F(ConsoleFaceTest, AListMenuIsNumberedAndARowIsNamed) {
     EXPECT_EQ(Run("menu\n" + std::string(none) + "\n"),
               list + "A list is open: type the number of a row, or /c to close the list.\n")
         << none;
-  EXPECT_EQ(Run("menu\n/?\n"), list + "1 File (chosen)\n2 Edit\n3 Find\n");
+  EXPECT_EQ(Run("menu\n/?\n"), list + "--- Main menu ---\n1 File (chosen)\n2 Edit\n3 Find\n");
 }
 
-TEST_F(ConsoleFaceTest, AnEmptyListSaysSo) {
-  EXPECT_EQ(Run("empty menu\n").substr(0, 64), "=== Corvid\n--- Tab words ---\n(The list is empty. /c closes it.)\n");
+TEST_F(ConsoleFaceTest, DroppingARowIsOfferedWhereARowCanBeDropped) {
+  const std::string list = "--- Tab words ---\n1 File (chosen)\n2 Edit\n3 Find\n";
+  const std::string drop = "(/d and a number drops the word from the list.)\n";
+  EXPECT_EQ(Run("words\n/c\nwords\n"), "=== Corvid\n" + list +
+                                           "(A number or the beginning of the words chooses. /b goes back, "
+                                           "/c closes.)\n" +
+                                           drop + "key 27/0\n" + list)
+      << "once";
+  const std::string behind = Run("menu\n/c\nwords\n");
+  EXPECT_TRUE(behind.ends_with("key 27/0\n" + list + drop)) << behind;
+}
+
+TEST_F(ConsoleFaceTest, AnEmptyListSaysSoAndGivesWayToTheNextLine) {
+  const std::string empty = "(The list is empty. /c or the next line closes it.)\n";
+  const std::string list = "=== Corvid\n--- Tab words ---\n" + empty;
+  EXPECT_EQ(Run("empty menu\n"), list);
+  EXPECT_EQ(Run("empty menu\nhello\n7\n"), list + "key 27/0\nYou say: hello[31m\nYou say: 7[31m\n");
+  EXPECT_EQ(Run("empty menu\n7\n"), list + "key 27/0\nYou say: 7[31m\n");
+  EXPECT_EQ(Run("empty menu\n//key F1\n"), list + "key 27/0\nYou say: /key F1[31m\n");
+  EXPECT_EQ(Run("empty menu\n/c\nhello\n"), list + "key 27/0\nYou say: hello[31m\n");
+  EXPECT_EQ(Run("empty menu\n/?\n"), list + "--- Tab words ---\n" + empty);
+  for (const char* command : {"/d 1", "/x"}) EXPECT_EQ(Run("empty menu\n" + std::string(command) + "\n"), list + empty);
+  const std::string later = Run("empty menu\nhello\nmenu\n");
+  EXPECT_NE(later.find("(A number or the beginning of the words chooses."), std::string::npos) << later;
 }
 
 TEST_F(ConsoleFaceTest, AWindowShownAnewTellsWhatWasMissed) {
@@ -380,6 +408,107 @@ TEST_F(ConsoleFaceTest, ARowThatTheDialogOpensShowsWhatIsInIt) {
   EXPECT_NE(text.find("1 plain (chosen)\n2 last\nRow?\nYou say: next"), std::string::npos) << text;
   Run("ask\n1\n1\nBob\n\n");
   EXPECT_EQ(result, "[0][Bob]OK") << "a row that is not opened is chosen";
+}
+
+TEST_F(ConsoleFaceTest, AWrongAnswerToALongListLeavesTheRowsToBeAskedFor) {
+  DialogControl& list = Add(ControlKind::List, "Row");
+  for (int i = 1; i <= 5; ++i) list.Items.push_back("item " + std::to_string(i));
+  AddButtons();
+  std::string text = Run("ask\nx\n");
+  EXPECT_TRUE(
+      text.ends_with("\"x\" is no answer here.\n1. Row (5 rows)\n1 item 1\n2 item 2\n3 item 3\n4 item 4\n"
+                     "5 item 5\nRow?\n"))
+      << text;
+  for (int i = 6; i <= 45; ++i) model.Controls.front().Items.push_back("item " + std::to_string(i));
+  const std::string wrong = "\"x\" is no answer here.\n1. Row (45 rows, /? shows them)\nRow?\n";
+  text = Run("ask\nx\n");
+  EXPECT_TRUE(text.ends_with("20 item 20\n/m shows more.\nRow?\n" + wrong)) << text;
+  text = Run("ask\n/m\nx\n/m\n41\n");
+  EXPECT_NE(text.find(wrong + "41 item 41\n"), std::string::npos) << text << "it goes on where it was";
+  EXPECT_EQ(result, "[40]OK");
+  model.Controls.front().MultiSelect = true;
+  text = Run("ask\nx\n");
+  EXPECT_TRUE(text.ends_with("1. Row (45 rows, /? shows them)\nRows to mark or unmark?\n")) << text;
+}
+
+TEST_F(ConsoleFaceTest, AListOfOneRowSaysSo) {
+  Add(ControlKind::List, "Row").Items = {"apple"};
+  AddButtons();
+  const std::string text = Run("ask\n");
+  EXPECT_NE(text.find("1. Row (1 row)\n1 apple\nRow?\n"), std::string::npos) << text;
+}
+
+TEST_F(ConsoleFaceTest, AListWithoutRowsIsPassedOver) {
+  Add(ControlKind::List, "Row");
+  AddButtons();
+  std::string text = Run("ask\n");
+  EXPECT_TRUE(text.ends_with("how to answer.)\nRow: no rows.\n1 OK (Enter), 2 Cancel?\n")) << text;
+  text = Run("ask\n/1\n");
+  EXPECT_TRUE(text.ends_with("Cancel?\nRow: no rows.\n1 OK (Enter), 2 Cancel?\n")) << text;
+  Run("ask\n\n");
+  EXPECT_EQ(result, "[-1]OK");
+  DialogControl name;
+  name.Caption = "Name";
+  name.Kind = ControlKind::TextBox;
+  model.Controls.insert(model.Controls.begin(), name);
+  text = Run("ask\nBob\n\n");
+  EXPECT_NE(text.find("1. Name?\nRow: no rows.\n1 OK (Enter), 2 Cancel?\n"), std::string::npos) << text;
+  EXPECT_EQ(result, "[Bob][-1]OK");
+  model.Controls.resize(2);
+  model.Controls.erase(model.Controls.begin());
+  text = Run("ask\n\nnext\n");
+  EXPECT_NE(text.find("Row: no rows.\nYou say: next"), std::string::npos) << text << "any line closes it";
+}
+
+TEST_F(ConsoleFaceTest, ADialogBeginsAtTheQuestionThatHasTheFocus) {
+  model.Title = "Debugger";
+  Add(ControlKind::Check, "Debug Mode");
+  Add(ControlKind::List, "History").Items = {"one", "two"};
+  Add(ControlKind::TextBox, "Line").Text = "look";
+  AddButtons();
+  Add(ControlKind::Button, "Step");
+  model.FirstFocus = 2;
+  std::string text = Run("ask\n\n/1\ny\n2\nkill\nstep\n");
+  EXPECT_NE(text.find("how to answer.)\n3. Line? (look)\n1 OK (Enter), 2 Cancel, 3 Step?\n"
+                      "1. Debug Mode: yes or no? (no)\n2. History (2 rows)\n"),
+            std::string::npos)
+      << text;
+  EXPECT_EQ(result, "[1][1][kill]Step");
+  model.FirstFocus = 5;
+  text = Run("ask\n");
+  EXPECT_TRUE(text.ends_with("how to answer.)\n1 OK (Enter), 2 Cancel, 3 Step?\n")) << text << "a button, too";
+}
+
+TEST_F(ConsoleFaceTest, EverythingIsToldOnceAgainWithTheOpenQuestionLast) {
+  model.Title = "All";
+  Add(ControlKind::TextBox, "Name").Text = "Bob";
+  Add(ControlKind::List, "Row").Items = {"apple", "banana"};
+  Add(ControlKind::List, "None");
+  AddButtons();
+  const std::string help =
+      "Type the answer and Enter. Enter alone keeps what is there.\n"
+      "/c cancels, /b goes to the buttons, /1 goes to question 1, /e empties a text, /m shows more rows,\n"
+      "// at the start of a text is a / of the text.\n--- All ---\n";
+  const std::string name = "1. Name? (Bob)\n", row = "2. Row (2 rows)\n1 apple\n2 banana\nRow?\n";
+  const std::string none = "None: no rows.\n", buttons = "1 OK (Enter), 2 Cancel?\n";
+  std::string text = Run("ask\n/?\n");
+  EXPECT_TRUE(text.ends_with(help + row + none + buttons + name)) << text;
+  text = Run("ask\n\n/?\n2\n\n");
+  EXPECT_NE(text.find(help + name + none + buttons + row), std::string::npos) << text;
+  EXPECT_EQ(result, "[Bob][1][-1]OK") << "it stays where it was";
+  model.Controls.erase(model.Controls.begin(), model.Controls.begin() + 3);
+  text = Run("ask\n/?\n");
+  EXPECT_TRUE(text.ends_with(help + buttons)) << text;
+}
+
+TEST_F(ConsoleFaceTest, ANoticeThatABoxHasJustToldIsNotToldAgain) {
+  Add(ControlKind::Label, "Really?");
+  Add(ControlKind::Button, "OK").Default = true;
+  const std::string text = Run("ask and tell\n\n");
+  EXPECT_TRUE(text.ends_with(
+      "---  ---\nReally?\n(Enter keeps what is there, /c cancels, /? tells all again and how to answer.)\n"
+      "1 OK (Enter)?\nBob waves\nReally?\n"))
+      << text;
 }
 
 TEST_F(ConsoleFaceTest, ADialogWithNothingToAnswerIsClosedByAnyLine) {

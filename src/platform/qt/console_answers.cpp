@@ -12,7 +12,7 @@ namespace corvid {
 
 void ConsoleDialog::Answer(const std::string& line) {
   const auto questions = Questions();
-  if (questions.empty()) {
+  if (!AnyCanBeAnswered()) {
     driver_.RequestClose();  // nothing to answer: any line closes it
     return;
   }
@@ -44,12 +44,7 @@ bool ConsoleDialog::Command(const std::string& word) {
     return true;
   }
   if (word == "?") {
-    output_.Line("Type the answer and Enter. Enter alone keeps what is there.");
-    output_.Line("/c cancels, /b goes to the buttons, /1 goes to question 1, /e empties a text, /m shows more rows,");
-    output_.Line("// at the start of a text is a / of the text.");
-    Introduce();
-    for (std::size_t i = 0; i < questions.size(); ++i) Ask(i);
-    Ask(0);
+    TellAll();
     return true;
   }
   const DialogControl& control = At(questions[current_].Controls.front());
@@ -68,10 +63,6 @@ bool ConsoleDialog::Command(const std::string& word) {
   if (!number || *number < 1 || *number > static_cast<int>(questions.size())) return false;
   Ask(static_cast<std::size_t>(*number - 1));
   return true;
-}
-
-void ConsoleDialog::AskAgain() {
-  if (driver_.IsOpen()) Ask(current_);
 }
 
 void ConsoleDialog::Value(const Question& question, const std::string& line) {
@@ -106,7 +97,7 @@ void ConsoleDialog::Value(const Question& question, const std::string& line) {
     Next();
   } else {
     output_.Line("\"" + line + "\" is no answer here.");
-    AskAgain();
+    AskInShort();
   }
 }
 

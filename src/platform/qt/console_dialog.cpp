@@ -16,6 +16,14 @@ std::string Name(const DialogControl& control) {
   return control.Caption.empty() ? control.Text : control.Caption;
 }
 
+std::string RowCount(const DialogControl& list) {
+  return std::to_string(list.Items.size()) + (list.Items.size() == 1 ? " row" : " rows");
+}
+
+const char* RowQuestion(const DialogControl& list) {
+  return list.MultiSelect ? "Rows to mark or unmark?" : "Row?";
+}
+
 }  // namespace
 
 const DialogControl& ConsoleDialog::At(int32 control) const {
@@ -60,7 +68,7 @@ void ConsoleDialog::OpenDialog(DialogModel& model, DialogEvents& events) {
   driver_.Prepare(model, events);
   Introduce();
   const int32 first = DialogDriver::FirstFocus(model);
-  if (first >= 0 && At(first).Kind != ControlKind::Button) {
+  if (first >= 0 && (first == model.FirstFocus || At(first).Kind != ControlKind::Button)) {
     FocusControl(first);
   } else {
     Ask(0);
@@ -69,6 +77,7 @@ void ConsoleDialog::OpenDialog(DialogModel& model, DialogEvents& events) {
 
 void ConsoleDialog::Introduce() {
   output_.Line("--- " + driver_.Model()->Title + " ---");
+  told_.clear();
   const auto& controls = driver_.Model()->Controls;
   for (std::size_t i = 0; i < controls.size(); ++i) {
     if (controls[i].Kind != ControlKind::Label || !controls[i].Visible || IsBlank(controls[i].Text)) continue;
@@ -76,7 +85,7 @@ void ConsoleDialog::Introduce() {
     if (i + 1 < controls.size() && controls[i + 1].Caption == controls[i].Text &&
         controls[i + 1].Kind != ControlKind::Button)
       continue;
-    output_.Line(controls[i].Text);
+    output_.Line(told_.emplace_back(controls[i].Text));
   }
   if (std::exchange(helped_, true)) return;
   output_.Line("(Enter keeps what is there, /c cancels, /? tells all again and how to answer.)");
@@ -108,14 +117,37 @@ void ConsoleDialog::AskAtFocus() {
 
 void ConsoleDialog::CloseDialog() {
   driver_.Close();
+  writtenAtClose_ = output_.Written();
 }
 
+bool ConsoleDialog::HasJustTold(const std::string& text) const {
+  return !driver_.IsOpen() && output_.Written() == writtenAtClose_ &&
+         std::find(told_.begin(), told_.end(), text) != told_.end();
+}
+
+// No number could answer a list without rows.
+bool ConsoleDialog::CanAnswer(const Question& question) const {
+  const DialogControl& first = At(question.Controls.front());
+  return first.Kind != ControlKind::List || !first.Items.empty();
+}
+
+bool ConsoleDialog::AnyCanBeAnswered() const {
+  const auto questions = Questions();
+  return std::any_of(questions.begin(), questions.end(), [&](const Question& each) { return CanAnswer(each); });
+}
+
+// That question, or the next behind it that can be answered.
 void ConsoleDialog::Ask(std::size_t question) {
   const auto questions = Questions();
   if (questions.empty()) return;
   current_ = std::min(question, questions.size() - 1);
   boxBegun_ = false;
   firstRow_ = 0;
+  for (std::size_t passed = 0; !CanAnswer(questions[current_]); ++passed) {
+    if (passed == questions.size()) return;
+    Show(questions[current_], current_ + 1);
+    current_ = (current_ + 1) % questions.size();
+  }
   const Question& at = questions[current_];
   const bool inside = std::find(at.Controls.begin(), at.Controls.end(), driver_.Focused()) != at.Controls.end();
   if (!inside) {
@@ -127,12 +159,46 @@ void ConsoleDialog::Ask(std::size_t question) {
     }
     if (serial != driver_.Serial()) return;
   }
-  if (at.Buttons) {
+  Show(at, current_ + 1);
+}
+
+void ConsoleDialog::AskAgain() {
+  if (driver_.IsOpen()) Ask(current_);
+}
+
+// Behind an answer that is none: the rows of a long list would push it off the screen.
+void ConsoleDialog::AskInShort() {
+  if (!driver_.IsOpen()) return;
+  const auto questions = Questions();
+  const DialogControl* control = current_ < questions.size() ? &At(questions[current_].Controls.front()) : nullptr;
+  if (control == nullptr || control->Kind != ControlKind::List || control->Items.size() <= FewRows) return AskAgain();
+  output_.Line(std::to_string(current_ + 1) + ". " + Name(*control) + " (" + RowCount(*control) + ", /? shows them)");
+  output_.Line(RowQuestion(*control));
+}
+
+// The question that is open comes last: it is the one that the player answers next.
+void ConsoleDialog::TellAll() {
+  output_.Line("Type the answer and Enter. Enter alone keeps what is there.");
+  output_.Line("/c cancels, /b goes to the buttons, /1 goes to question 1, /e empties a text, /m shows more rows,");
+  output_.Line("// at the start of a text is a / of the text.");
+  Introduce();
+  firstRow_ = 0;
+  const auto questions = Questions();
+  for (std::size_t i = 0; i < questions.size(); ++i)
+    if (i != current_) Show(questions[i], i + 1);
+  AskAgain();
+}
+
+void ConsoleDialog::Show(const Question& question, std::size_t number) {
+  const DialogControl& first = At(question.Controls.front());
+  if (question.Buttons) {
     ShowButtons();
-  } else if (at.Controls.size() > 1 || At(at.Controls.front()).Kind == ControlKind::Option) {
-    ShowOptions(at);
+  } else if (!CanAnswer(question)) {
+    output_.Line(Name(first) + ": no rows.");
+  } else if (question.Controls.size() > 1 || first.Kind == ControlKind::Option) {
+    ShowOptions(question, number);
   } else {
-    ShowText(At(at.Controls.front()), current_ + 1);
+    ShowText(first, number);
   }
 }
 
@@ -140,9 +206,9 @@ void ConsoleDialog::ShowText(const DialogControl& control, std::size_t number) {
   const std::string start = std::to_string(number) + ". " + Name(control);
   switch (control.Kind) {
     case ControlKind::List:
-      output_.Line(start + " (" + std::to_string(control.Items.size()) + " rows)");
+      output_.Line(start + " (" + RowCount(control) + ")");
       ShowRows(control);
-      output_.Line(control.MultiSelect ? "Rows to mark or unmark?" : "Row?");
+      output_.Line(RowQuestion(control));
       break;
     case ControlKind::Check:
       output_.Line(start + ": yes or no? (" +
@@ -176,12 +242,12 @@ void ConsoleDialog::ShowRows(const DialogControl& control) {
   if (end < control.Items.size()) output_.Line("/m shows more.");
 }
 
-void ConsoleDialog::ShowOptions(const Question& question) {
+void ConsoleDialog::ShowOptions(const Question& question, std::size_t number) {
   for (std::size_t i = 0; i < question.Controls.size(); ++i) {
     const DialogControl& option = At(question.Controls[i]);
     output_.Line(std::to_string(i + 1) + " " + Name(option) + (option.Value != 0 ? " (chosen)" : ""));
   }
-  output_.Line(std::to_string(current_ + 1) + ". Which?");
+  output_.Line(std::to_string(number) + ". Which?");
 }
 
 void ConsoleDialog::ShowButtons() {

@@ -19,6 +19,8 @@ class ConsoleDialog : public DialogView {
   void Answer(const std::string& line);  // what the player typed while a dialog is open; may close it
   bool TakesText() const { return driver_.IsOpen() && boxBegun_; }  // in the midst of lines that belong together
   void AskAtFocus();                                                // a key has been pressed in the open dialog
+  // True while such a text of a dialog that has just been closed is the last that was written, but for its questions.
+  bool HasJustTold(const std::string& text) const;
 
   void OpenDialog(DialogModel& model, DialogEvents& events) override;
   void ControlChanged(int32 control) override;
@@ -27,6 +29,7 @@ class ConsoleDialog : public DialogView {
 
  private:
   static constexpr std::size_t RowsAtOnce = 20;
+  static constexpr std::size_t FewRows = 5;  // shown again behind an answer that is none
   // What is asked for at once: one control, or all options of a group. The buttons are asked for last, together.
   struct Question {
     std::vector<int32> Controls;
@@ -36,12 +39,17 @@ class ConsoleDialog : public DialogView {
   std::vector<int32> ButtonPlaces() const;
   const DialogControl& At(int32 control) const;
 
+  bool CanAnswer(const Question& question) const;
+  bool AnyCanBeAnswered() const;
   void Introduce();
   void Ask(std::size_t question);
   void AskAgain();
+  void AskInShort();
+  void TellAll();
+  void Show(const Question& question, std::size_t number);
   void ShowText(const DialogControl& control, std::size_t number);
   void ShowRows(const DialogControl& control);
-  void ShowOptions(const Question& question);
+  void ShowOptions(const Question& question, std::size_t number);
   void ShowButtons();
 
   bool Command(const std::string& line);
@@ -59,9 +67,11 @@ class ConsoleDialog : public DialogView {
 
   ConsoleOutput& output_;
   DialogDriver driver_;
-  std::size_t current_ = 0;   // question that is open
-  std::size_t firstRow_ = 0;  // of the rows shown last
-  std::string boxText_;       // lines of a multi-line box so far
+  std::size_t current_ = 0;         // question that is open
+  std::size_t firstRow_ = 0;        // of the rows shown last
+  std::vector<std::string> told_;   // texts of the dialog that stand for themselves
+  std::size_t writtenAtClose_ = 0;  // Written() of the output
+  std::string boxText_;             // lines of a multi-line box so far
   bool boxBegun_ = false;
   bool acting_ = false;  // an answer is in work: what changes is shown behind it
   bool helped_ = false;  // how to answer was told once

@@ -114,9 +114,7 @@ struct ConsoleFace::Parts {
       dialog.Answer(line);
     } else if (SameText(Trim(line), "/entry")) {
       GoToEntry();
-    } else if (menu.IsOpen()) {
-      menu.Answer(line);
-    } else if (entry != nullptr) {
+    } else if ((!menu.IsOpen() || !menu.Answer(line)) && entry != nullptr) {
       ChangeFocus(MainFocus::Entry);
       const bool escaped = StartsWithText(line, "//key") || StartsWithText(line, "//entry");
       const std::string window = entryLabel;
@@ -315,7 +313,7 @@ void ConsoleFace::StartProgram(const std::string& program, const std::string& fi
 }
 
 void ConsoleFace::Notice(const std::string& text) {
-  parts_->output.Line(text);
+  if (!parts_->dialog.HasJustTold(text)) parts_->output.Line(text);
 }
 
 bool ConsoleFace::PlayerThere() const {

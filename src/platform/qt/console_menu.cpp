@@ -10,18 +10,37 @@
 
 namespace corvid {
 
+namespace {
+
+constexpr const char* EmptyList = "(The list is empty. /c or the next line closes it.)";
+constexpr const char* TabWords = "ONETIME";  // the list in which the Delete key drops a row
+
+}  // namespace
+
 void ConsoleMenu::Show(const ListMenuView& menu) {
   menu_ = menu;
   open_ = true;
   firstRow_ = 0;
-  output_.Line("--- " + menu_.Title + " ---");
+  ShowTitle();
   ShowRows();
+  ShowHelp();
+}
+
+void ConsoleMenu::ShowTitle() {
+  output_.Line("--- " + menu_.Title + " ---");
+}
+
+// Each once; a list without rows keeps it for the next one.
+void ConsoleMenu::ShowHelp() {
+  if (menu_.Items.empty()) return;
   if (!std::exchange(helped_, true))
-    output_.Line("(A number or the beginning of the words chooses. /b goes back, /d and a number deletes, /c closes.)");
+    output_.Line("(A number or the beginning of the words chooses. /b goes back, /c closes.)");
+  if (menu_.Name == TabWords && !std::exchange(deleteTold_, true))
+    output_.Line("(/d and a number drops the word from the list.)");
 }
 
 void ConsoleMenu::ShowRows() {
-  if (menu_.Items.empty()) output_.Line("(The list is empty. /c closes it.)");
+  if (menu_.Items.empty()) output_.Line(EmptyList);
   const std::size_t end = std::min(menu_.Items.size(), firstRow_ + RowsAtOnce);
   for (std::size_t row = firstRow_; row < end; ++row)
     output_.Line(std::to_string(row + 1) + " " + menu_.Items[row] +
@@ -35,11 +54,22 @@ void ConsoleMenu::Select(int32 row) {
   output_.Line(std::to_string(row + 1) + " " + menu_.Items[static_cast<std::size_t>(row)]);
 }
 
-void ConsoleMenu::Answer(const std::string& line) {
-  if (Command(Trim(line))) return;
+bool ConsoleMenu::Answer(const std::string& line) {
+  const std::string word = Trim(line);
+  if (Command(word)) return true;
   const int row = ChoiceOf(menu_.Items, line);
-  if (row >= 0) return Press(row, keycode::Enter);
-  output_.Line("A list is open: type the number of a row, or /c to close the list.");
+  if (row >= 0) {
+    Press(row, keycode::Enter);  // PUMP
+  } else if (!menu_.Items.empty()) {
+    output_.Line("A list is open: type the number of a row, or /c to close the list.");
+  } else if (word.starts_with('/') && !word.starts_with("//")) {
+    output_.Line(EmptyList);
+  } else {
+    keys_.Press(keycode::Escape, 0);  // PUMP
+    if (!open_) return false;
+    output_.Line(EmptyList);
+  }
+  return true;
 }
 
 bool ConsoleMenu::Command(const std::string& line) {
@@ -49,6 +79,7 @@ bool ConsoleMenu::Command(const std::string& line) {
     keys_.Press(keycode::Left, 0);
   } else if (SameText(line, "/?")) {
     firstRow_ = 0;
+    ShowTitle();
     ShowRows();
   } else if (SameText(line, "/m")) {
     if (firstRow_ + RowsAtOnce < menu_.Items.size()) firstRow_ += RowsAtOnce;

@@ -19,11 +19,15 @@ class ConsoleMenu {
   void Select(int32 row);
   void Close() { open_ = false; }
   bool IsOpen() const { return open_; }
-  void Answer(const std::string& line);  // what the player typed while the list is open; may close it
+  // What the player typed while the list is open; may close it. False when the line is not for the list: one without
+  // rows has nothing to choose, and a line that is no command of the list closes it.
+  bool Answer(const std::string& line);
 
  private:
   static constexpr std::size_t RowsAtOnce = 20;
+  void ShowTitle();
   void ShowRows();
+  void ShowHelp();
   bool Command(const std::string& line);
   void Press(int32 row, int16 KeyCode);
 
@@ -32,8 +36,9 @@ class ConsoleMenu {
   FaceEvents* events_ = nullptr;
   ListMenuView menu_;
   bool open_ = false;
-  bool acting_ = false;  // an answer is in work: the row it selects need not be told
-  bool helped_ = false;  // how to answer was told once
+  bool acting_ = false;      // an answer is in work: the row it selects need not be told
+  bool helped_ = false;      // how to answer was told once
+  bool deleteTold_ = false;  // and so was how to drop a row
   std::size_t firstRow_ = 0;
 };
 

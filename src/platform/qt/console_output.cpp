@@ -65,11 +65,13 @@ void ConsoleOutput::Stream(std::string_view text) {
   const std::string plain = PlainText(text);
   if (plain.empty()) return;
   waiting_ += plain;
+  ++written_;
   atLineStart_ = plain.back() == '\n';
   if (waiting_.size() > Much) Flush();
 }
 
 void ConsoleOutput::Line(std::string_view text) {
+  ++written_;
   if (!atLineStart_) waiting_ += '\n';
   waiting_ += PlainText(text);
   if (waiting_.empty() || waiting_.back() != '\n') waiting_ += '\n';

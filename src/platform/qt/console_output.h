@@ -23,8 +23,9 @@ class ConsoleOutput {
   ConsoleOutput(const ConsoleOutput&) = delete;
   ConsoleOutput& operator=(const ConsoleOutput&) = delete;
 
-  void Stream(std::string_view text);  // as it comes; a line may stay open, such as a prompt
-  void Line(std::string_view text);    // on lines of its own
+  void Stream(std::string_view text);               // as it comes; a line may stay open, such as a prompt
+  void Line(std::string_view text);                 // on lines of its own
+  std::size_t Written() const { return written_; }  // grows with every text that was given
   bool AtLineStart() const { return atLineStart_; }
   void Typed() { atLineStart_ = true; }  // the player's Enter has ended the line
   void Bell();                           // only on a terminal, and rarely enough to be heard as beeps
@@ -42,6 +43,7 @@ class ConsoleOutput {
   int patience_;
   bool terminal_;
   bool atLineStart_ = true;
+  std::size_t written_ = 0;
   bool broken_ = false;
   bool stalled_ = false;  // the reader has taken nothing for as long as the patience lasts
   long long lastBell_ = 0;
