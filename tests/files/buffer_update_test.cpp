@@ -11,10 +11,6 @@ namespace {
 using testing_files::FilesHouse;
 using testing_files::Texts;
 
-void Put(FilesHouse& house, const std::string& text, const std::string& name = "/data/a.set") {
-  house.mem.files.Put(name, text);
-}
-
 struct Update {
   const char* About;
   const char* Text;
@@ -163,7 +159,7 @@ TEST(UpdateBuffer, ChangesTheLineOfADefinition) {
 
 TEST(UpdateBuffer, ChangesWhatTheEntryBoxShows) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.MoveBuffers(4);
   house.state.EntryBox.SetText("#alias {a} {b}\r\n#alias {n} {typed}\r\n");

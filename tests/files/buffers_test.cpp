@@ -9,14 +9,8 @@ namespace corvid {
 namespace {
 
 using testing_files::FilesHouse;
+using testing_files::Question;
 using testing_files::Texts;
-
-constexpr const char* Question =
-    "Modified Buffer|The Script  belonging to file a.set has been modified. Would you like to save this file?";
-
-void Put(FilesHouse& house, const std::string& text, const std::string& name = "/data/a.set") {
-  house.mem.files.Put(name, text);
-}
 
 // --- the error log ---
 
@@ -77,7 +71,7 @@ TEST(Buffers, TheFirstThreeExistFromTheStart) {
 
 TEST(Buffers, PageRoundWithTextAndCaret) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.state.EntryBox.SetText("typed");
   house.state.EntryBox.SetSelStart(3);
@@ -95,7 +89,7 @@ TEST(Buffers, PageRoundWithTextAndCaret) {
 
 TEST(Buffers, WhatTheEntryBoxHoldsBecomesAChange) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.MoveBuffers(4);
   house.state.EntryBox.SetText("#alias {a} {c}\r\n");
@@ -109,7 +103,7 @@ TEST(Buffers, WhatTheEntryBoxHoldsBecomesAChange) {
 TEST(Buffers, AReadOnlyScriptTakesNothingFromTheEntryBox) {
   FilesHouse house;
   house.options.ScriptReadOnly = true;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.MoveBuffers(4);
   house.state.EntryBox.SetText("changed all the same");
@@ -130,7 +124,7 @@ TEST(Buffers, MoveToANumberThatIsNotThereIsAFaultAndChangesNothing) {
 
 TEST(SaveIfBufModified, KnowsWhatIsTypedInTheEntryBox) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.MoveBuffers(4);
   house.state.EntryBox.SetText("#alias {a} {typed}\r\n");
@@ -142,7 +136,7 @@ TEST(SaveIfBufModified, KnowsWhatIsTypedInTheEntryBox) {
 
 TEST(SaveBuffer, WritesTheTextAsItIs) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\n");
+  house.Put("#alias {a} {b}\n");
   house.Load("/data/a.set");
   house.buffers.SetBufferText(4, "no line end");
   EXPECT_TRUE(house.buffers.SaveBuffer(4));
@@ -153,7 +147,7 @@ TEST(SaveBuffer, WritesTheTextAsItIs) {
 
 TEST(SaveBuffer, ARefusalIsToldAndTheTextStaysModified) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.SetBufferText(4, "changed");
   house.mem.files.Fail = [](const std::string& operation, const std::string&) {
@@ -173,8 +167,8 @@ TEST(SaveBuffer, ARefusalIsToldAndTheTextStaysModified) {
 
 TEST(CloseBuffer, TakesTheDefinitionsAwayAndFreesTheSlot) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
-  Put(house, "#alias {c} {d}\r\n", "/data/b.set");
+  house.Put("#alias {a} {b}\r\n");
+  house.Put("#alias {c} {d}\r\n", "/data/b.set");
   house.Load("/data/a.set");
   house.Load("/data/b.set");
   house.buffers.MoveBuffers(4);
@@ -184,14 +178,14 @@ TEST(CloseBuffer, TakesTheDefinitionsAwayAndFreesTheSlot) {
   EXPECT_EQ(house.state.BufferFlags[4], 0);
   EXPECT_EQ(house.state.BufferFile[4], "");
   EXPECT_EQ(house.script.DefiningBuffer, 5);
-  Put(house, "", "/data/c.set");
+  house.Put("", "/data/c.set");
   house.Load("/data/c.set");
   EXPECT_EQ(house.state.BufferFile[4], "/data/c.set");  // the free slot is used again
 }
 
 TEST(CloseBuffer, NothingIsDefinedForAFileThatIsGone) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.script.DefiningBuffer = 4;
   EXPECT_TRUE(house.buffers.CloseBuffer(4));
@@ -200,7 +194,7 @@ TEST(CloseBuffer, NothingIsDefinedForAFileThatIsGone) {
 
 TEST(CloseBuffer, BeepsWhenNoOtherWindowCanBeShown) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.MoveBuffers(4);
   for (int16 n = 1; n < 4; ++n) house.state.BufferFlags[n] = 0;
@@ -221,7 +215,7 @@ TEST(CloseBuffer, RefusesTheFirstThreeAndWhatIsNotOpen) {
 
 TEST(CloseBuffer, StaysOnCancelAndForgetsOnNo) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.SetBufferText(4, "changed");
   house.prompter.Will(box::ResultCancel);
@@ -236,7 +230,7 @@ TEST(CloseBuffer, StaysOnCancelAndForgetsOnNo) {
 
 TEST(CloseBuffer, SurvivesAnotherCloseWhileItAsks) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.SetBufferText(4, "changed");
   house.prompter.OnBox = [&](const std::string&) {

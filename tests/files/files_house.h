@@ -23,6 +23,10 @@
 
 namespace corvid::testing_files {
 
+// What is asked of a changed "a.set" before it is left.
+inline constexpr const char* Question =
+    "Modified Buffer|The Script  belonging to file a.set has been modified. Would you like to save this file?";
+
 // Answers dialogs from a list and writes down what was asked.
 class ListedPrompter : public SilentPrompter {
  public:
@@ -165,6 +169,8 @@ struct FilesHouse {
     int16 channel = CurrentSession;
     buffers.LoadSet(name, flags, channel);
   }
+  // A script on the disk.
+  void Put(const std::string& text, const std::string& name = "/data/a.set") { mem.files.Put(name, text); }
   std::string File(const std::string& path) { return mem.files.ReadWhole(path); }
   std::vector<std::string> Told(const std::string& kind) { return mem.effects.Of(kind); }
 

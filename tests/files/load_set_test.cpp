@@ -9,18 +9,12 @@ namespace corvid {
 namespace {
 
 using testing_files::FilesHouse;
+using testing_files::Question;
 using testing_files::Texts;
-
-constexpr const char* Question =
-    "Modified Buffer|The Script  belonging to file a.set has been modified. Would you like to save this file?";
-
-void Put(FilesHouse& house, const std::string& text, const std::string& name = "/data/a.set") {
-  house.mem.files.Put(name, text);
-}
 
 TEST(LoadSet, RunsEachStatementAndKeepsTheText) {
   FilesHouse house;
-  Put(house, "#alias {a} {\n  look\n}\n; a comment\n\n#alias {b} {c} // why");
+  house.Put("#alias {a} {\n  look\n}\n; a comment\n\n#alias {b} {c} // why");
   house.Load("/data/a.set");
   EXPECT_EQ(house.runner.Lines, Texts({"#alias {a} {\r\n  look\r\n}", "#alias {b} {c}"}));
   EXPECT_EQ(house.state.BufferText[4], "#alias {a} {\r\n  look\r\n}\r\n; a comment\r\n\r\n#alias {b} {c} // why\r\n");
@@ -34,7 +28,7 @@ TEST(LoadSet, RunsEachStatementAndKeepsTheText) {
 
 TEST(LoadSet, ReadsEveryKindOfLineEnd) {
   FilesHouse house;
-  Put(house, "#alias {a} {1}\r\n#alias {b} {2}\r#alias {c} {3}\n");
+  house.Put("#alias {a} {1}\r\n#alias {b} {2}\r#alias {c} {3}\n");
   house.Load("/data/a.set");
   EXPECT_EQ(house.state.BufferText[4], "#alias {a} {1}\r\n#alias {b} {2}\r\n#alias {c} {3}\r\n");
   EXPECT_EQ(house.script.AliasCount, 3);
@@ -42,7 +36,7 @@ TEST(LoadSet, ReadsEveryKindOfLineEnd) {
 
 TEST(LoadSet, TakesARelativeNameFromTheUserDataFolderInAnyCase) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\n", "/data/sub/Start.SET");
+  house.Put("#alias {a} {b}\n", "/data/sub/Start.SET");
   house.Load("sub\\start.set");
   EXPECT_EQ(house.state.BufferFile[4], "/data/sub/Start.SET");
   house.Load("");
@@ -51,7 +45,7 @@ TEST(LoadSet, TakesARelativeNameFromTheUserDataFolderInAnyCase) {
 
 TEST(LoadSet, OnlyChecksWithNoExecution) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\n#VAR x 1\n");
+  house.Put("#alias {a} {b}\n#VAR x 1\n");
   house.Load("/data/a.set", load::NoExecution);
   EXPECT_EQ(house.runner.Lines, Texts({"#alias {a} {b}"}));
   EXPECT_EQ(house.script.AliasCount, 0);
@@ -66,7 +60,7 @@ TEST(LoadSet, RunsForTheForegroundSessionAndRemembersItsOwner) {
     seen = channel;
     return true;
   };
-  Put(house, "#x\n");
+  house.Put("#x\n");
   house.Load("/data/a.set");
   EXPECT_EQ(seen, 2);
   EXPECT_EQ(house.state.BufferOwners[4], 7);
@@ -74,7 +68,7 @@ TEST(LoadSet, RunsForTheForegroundSessionAndRemembersItsOwner) {
 
 TEST(LoadSet, AFailureShowsTheFileAtThePlaceAndSaysItsName) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n#FAIL\r\n#alias {c} {d}\r\n");
+  house.Put("#alias {a} {b}\r\n#FAIL\r\n#alias {c} {d}\r\n");
   house.state.EntryBox.SetText("half typed");
   house.Load("/data/a.set");
   EXPECT_EQ(house.script.AliasCount, 1);  // what worked stays
@@ -86,7 +80,7 @@ TEST(LoadSet, AFailureShowsTheFileAtThePlaceAndSaysItsName) {
   const std::string& text = house.state.EntryBox.Text();
   EXPECT_EQ(text.substr(static_cast<std::size_t>(house.state.EntryBox.SelStart()), 5), "#FAIL");
   // Mended and loaded again, the mark goes.
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   EXPECT_EQ(house.state.BufferFlags[4], buffer::Script);
   EXPECT_EQ(house.state.EntryBox.Text(), "#alias {a} {b}\r\n");
@@ -96,7 +90,7 @@ TEST(LoadSet, FindsAFailureFarBehindTheStart) {
   FilesHouse house;
   std::string text;
   while (text.size() < 100000) text += "; a comment that fills the file\r\n";
-  Put(house, text + "#FAIL\r\n");
+  house.Put(text + "#FAIL\r\n");
   house.Load("/data/a.set");
   EXPECT_EQ(house.state.EntryBox.SelStart(), static_cast<int32>(text.size()));
   house.buffers.MoveBuffers(1);
@@ -106,8 +100,8 @@ TEST(LoadSet, FindsAFailureFarBehindTheStart) {
 
 TEST(LoadSet, ReportsUnbalancedBracesAndForeignText) {
   FilesHouse house;
-  Put(house, "#alias {a} {b\r\n");
-  Put(house, "kill the dragon\r\n", "/data/b.set");
+  house.Put("#alias {a} {b\r\n");
+  house.Put("kill the dragon\r\n", "/data/b.set");
   house.Load("/data/a.set");
   house.Load("/data/b.set");
   EXPECT_EQ(house.Told("error"), Texts({"Unbalanced braces. in command: #alias {a} {b",
@@ -118,14 +112,14 @@ TEST(LoadSet, ReportsUnbalancedBracesAndForeignText) {
 TEST(LoadSet, AFailedOptionsFileStaysInactiveAndReadOnly) {
   FilesHouse house;
   house.options.ScriptReadOnly = true;
-  Put(house, "#FAIL\r\n");
+  house.Put("#FAIL\r\n");
   house.Load("/data/a.set", load::OptionsOnly);
   EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::News | buffer::Inactive | buffer::ReadOnly);
   EXPECT_TRUE(house.state.EntryBox.Locked());
   EXPECT_EQ(house.script.DefiningBuffer, 0);
   // Mended and loaded as an ordinary script it only loses the mark of the error.
   house.options.ScriptReadOnly = false;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::Inactive);
   EXPECT_FALSE(house.state.EntryBox.Locked());
@@ -133,7 +127,7 @@ TEST(LoadSet, AFailedOptionsFileStaysInactiveAndReadOnly) {
 
 TEST(LoadSet, AFileThatCannotBeReadDoesNotStopTheNextOne) {
   FilesHouse house;
-  Put(house, "#alias {b} {c}\n", "/data/b.set");
+  house.Put("#alias {b} {c}\n", "/data/b.set");
   house.Load("/data/a.set");
   house.Load("/data/b.set");
   EXPECT_EQ(house.Told("unknownerror"), Texts({"Loadset: /data/a.set: no such file"}));
@@ -143,7 +137,7 @@ TEST(LoadSet, AFileThatCannotBeReadDoesNotStopTheNextOne) {
 
 TEST(LoadSet, AReloadThatCannotBeReadKeepsTheText) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.mem.files.Fail = [](const std::string& operation, const std::string&) {
     return operation == "read" ? "bad sector" : "";
@@ -155,7 +149,7 @@ TEST(LoadSet, AReloadThatCannotBeReadKeepsTheText) {
 
 TEST(LoadSet, AReloadUsesTheSameBufferAndAsksFirst) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   house.buffers.SetBufferText(4, "#alias {a} {mine}\r\n");
   house.prompter.Will(box::ResultCancel);
@@ -175,7 +169,7 @@ TEST(LoadSet, AReloadUsesTheSameBufferAndAsksFirst) {
 
 TEST(LoadSet, SetsReadOnlyByTheOption) {
   FilesHouse house;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.options.ScriptReadOnly = true;
   house.Load("/data/a.set");
   EXPECT_EQ(house.state.BufferFlags[4], buffer::Script | buffer::ReadOnly);
@@ -189,7 +183,7 @@ TEST(LoadSet, SetsReadOnlyByTheOption) {
 
 TEST(LoadSet, StopsFilesThatLoadEachOtherWithoutEnd) {
   FilesHouse house;
-  Put(house, "#again\r\n#again\r\n");
+  house.Put("#again\r\n#again\r\n");
   house.runner.OnLine = [&](const std::string&, int16& channel) {
     house.buffers.LoadSet("/data/a.set", 0, channel);
     return true;
@@ -197,14 +191,14 @@ TEST(LoadSet, StopsFilesThatLoadEachOtherWithoutEnd) {
   house.Load("/data/a.set");
   EXPECT_EQ(house.Told("error"), Texts({"recursive check - probable infinite loop detected in command: /data/a.set"}));
   house.runner.OnLine = nullptr;
-  Put(house, "#alias {a} {b}\r\n");
+  house.Put("#alias {a} {b}\r\n");
   house.Load("/data/a.set");
   EXPECT_EQ(house.script.AliasCount, 1);
 }
 
 TEST(LoadSet, AScriptMayUnloadItself) {
   FilesHouse house;
-  Put(house, "#unload\r\n#FAIL\r\n");
+  house.Put("#unload\r\n#FAIL\r\n");
   house.runner.OnLine = [&](const std::string& line, int16&) {
     if (line == "#unload") house.buffers.CloseBuffer(4);
     return line == "#unload";
