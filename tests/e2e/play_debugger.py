@@ -1,9 +1,11 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """A player stops a script, looks around and goes on, by the keys alone; no game is connected."""
+import os
 import shutil
+import subprocess
 import unittest
 
-from corvid_json import Corvid, prepared_folder
+from corvid_json import LIMIT, PROGRAM, Corvid, prepared_folder
 
 
 class Debugger(unittest.TestCase):
@@ -105,6 +107,25 @@ class Debugger(unittest.TestCase):
         corvid.line("#WHILE {1} {#VAR a 1}")
         self.dialog("DEBUGMAIN", "Debug Module - [Step Mode]")
         self.assertEqual(corvid.end(), 0)
+
+
+class OnAConsole(unittest.TestCase):
+    def test_each_stop_begins_with_the_command_that_comes_next(self):
+        data = prepared_folder()
+        self.addCleanup(lambda: shutil.rmtree(data, ignore_errors=True))
+        lines = ["/key Alt", "tools", "debug", "y", "/key F5", "#BREAK;#VAR b 2;#VAR c 3",
+                 "/key F8", "/key F8", "/1", "/key F5", "#QUIT"]
+        done = subprocess.run([str(PROGRAM), "--ui", "console", "--data", str(data)],
+                              input="".join(line + "\n" for line in lines),
+                              env={**os.environ, "ALSOFT_DRIVERS": "null"},
+                              capture_output=True, text=True, timeout=LIMIT)
+        said = [line for line in done.stdout.splitlines() if line.startswith(("--- Debug Module", "1. ", "3. "))]
+        self.assertEqual(["--- Debug Module  ---", "1. Debug Mode: yes or no? (no)", "3. Expanded Current Script Line?",
+                          "--- Debug Module  - [#break Command] ---", "3. Expanded Current Script Line? (#BREAK)",
+                          "--- Debug Module - [Step Mode] ---", "3. Expanded Current Script Line? (#VAR {b} {2})",
+                          "--- Debug Module - [Step Mode] ---", "3. Expanded Current Script Line? (#VAR {c} {3})",
+                          "1. Debug Mode: yes or no? (yes)"], said)
+        self.assertEqual((0, ""), (done.returncode, done.stderr))
 
 
 if __name__ == "__main__":
