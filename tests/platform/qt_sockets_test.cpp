@@ -222,6 +222,26 @@ TEST_F(QtSocketsTest, AHandlerThatReadsNothingDoesNotSpin) {
   ASSERT_TRUE(Until([&] { return recorder.text == "x"; }));
 }
 
+// A flood must not fill the memory while a script or the player keeps the session waiting.
+TEST_F(QtSocketsTest, WhatIsNotReadWaitsAtTheServer) {
+  QTcpSocket* peer = ConnectOne();
+  recorder.onRead = [](int16) {};
+  const QByteArray flood(32 << 20, 'x');  // far more than the system keeps under way
+  peer->write(flood);
+  qint64 before = -1;
+  int still = 0;  // turns without a byte on its way
+  ASSERT_TRUE(Until(
+      [&] {
+        still = before == peer->bytesToWrite() ? still + 1 : 0;
+        before = peer->bytesToWrite();
+        return still == 20;
+      },
+      20000));
+  EXPECT_GT(peer->bytesToWrite(), 0);
+  recorder.onRead = nullptr;
+  ASSERT_TRUE(Until([&] { return recorder.text.size() == static_cast<std::size_t>(flood.size()); }, 60000));
+}
+
 TEST_F(QtSocketsTest, ConnectingAnewVoidsTheOldConnection) {
   QTcpSocket* first = ConnectOne();
   first->write("old");
