@@ -93,7 +93,7 @@ class Corvid:
         return self.event("state", what=what)
 
     def end(self):
-        """Closes the input and gives the exit code."""
+        """Closes the input and gives the exit code. What the program tells last is its end."""
         self.process.stdin.close()
         try:
             code = self.process.wait(LIMIT)
@@ -106,6 +106,12 @@ class Corvid:
         self.process.stderr.close()
         if "ERROR: " in errors or "runtime error" in errors:
             raise AssertionError(errors[-4000:])
+        while not self.lines.empty():
+            event = self.lines.get()
+            if event is not None:
+                self.seen.append(event)
+        if self.seen[-1] != {"event": "exit", "code": code}:
+            raise AssertionError(f"ended with {code} behind {self.seen[-8:]}")
         return code
 
 

@@ -94,6 +94,8 @@ class Tour(unittest.TestCase):
         self.assertEqual(music["volume"], -1800)
         corvid.line("e")
         self.sound("stop", file="music.wav", handle=music["handle"])
+        corvid.line("w")
+        self.sound("play", file="music.wav")  # still heard when the program ends
         self.assertEqual(corvid.end(), 0)
 
     def test_a_sound_that_is_not_there_is_told(self):
