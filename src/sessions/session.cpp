@@ -86,6 +86,7 @@ void Sessions::SetMud(int16 socket, int16 MudIndex) {
   sessions_.SessionMud[socket] = known ? sessions_.MudName[MudIndex] : "";
   sessions_.SessionName[socket] = known ? sessions_.CharacterName[MudIndex] : "";
   sessions_.SessionRef[socket] = known ? sessions_.CharacterRef[MudIndex] : "";
+  ShowTitle();  // first: what a console writes of a window that comes to the front stands under its title
   output_.CurrentViewPort(socket);
   auto& values = script_.SystemValues;
   values[sysvar::SOCKET] = std::to_string(socket);

@@ -39,7 +39,6 @@ bool Sessions::UnloadSession(int16 Index) {
     symbols_.DeleteClass(classOn_, 0);
     classOn_.clear();
     SetMud(Index, 0);
-    ShowTitle();
   }
   return true;
 }
@@ -61,7 +60,6 @@ void Sessions::CharacterEdited(int16 MudIndex) {
       classOn_ = sessions_.SessionRef[slot];
       symbols_.CheckAndAddClass(classOn_, 0);
     }
-    ShowTitle();
   }
 }
 

@@ -89,7 +89,6 @@ void Sessions::PrepareSlot(int16 slot, int16 MudIndex) {
   for (Table<char>* enabled :
        {&sessions_.TriggerEnabled, &sessions_.AliasEnabled, &sessions_.KeyEnabled, &sessions_.LogEntriesEnabled})
     (*enabled)[slot] = 1;
-  ShowTitle();  // now: whether the connection comes or fails, this is the session that the player is in
 }
 
 void Sessions::SetTarget(int16 MudIndex) {
@@ -161,8 +160,7 @@ void Sessions::FinishConnect(int16 Index) {
       RunAlias("login", Index);  // PUMP
   });
   step([&] {
-    if (active != script_.CurrentSocket) ShowTitle();  // a slow server has brought its session forward
-    if (inFront) TellSwitch(before, Index);            // PUMP
+    if (inFront) TellSwitch(before, Index);  // PUMP
   });
 }
 

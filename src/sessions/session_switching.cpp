@@ -31,9 +31,9 @@ void Sessions::SwitchTo(int16 slot) {
   SetMud(slot, script_.SocketOwner[slot]);
   classOn_ = sessions_.SessionRef[slot];
   symbols_.CheckAndAddClass(classOn_, 0);
+  if (script_.SocketOwner[slot] > 0) SetTarget(script_.SocketOwner[slot]);  // the host that the player is asked about
   output_.DisplayOutputBuffer(slot);  // the viewport itself keeps the line where the player left it
-  ShowTitle();
-  TellSwitch(before, slot);  // PUMP
+  TellSwitch(before, slot);           // PUMP
 }
 
 int16 Sessions::SetCharacter(const std::string& CName, int16& options, std::string& ErrorDescription,

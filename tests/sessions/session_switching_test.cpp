@@ -35,6 +35,39 @@ TEST_F(SwitchTest, FindsASessionByTheStartOfItsReference) {
   EXPECT_EQ(Switch("global"), 0);
 }
 
+// Tells when a window comes to the front: that is when a console writes what was missed of it.
+struct ShownWindow : TextObserver {
+  explicit ShownWindow(EffectLog& log) : effects(log) {}
+  void TextInserted(const TextModel&, int32, std::string_view, int32, bool) override {}
+  void TextRemoved(const TextModel&, int32, std::string_view) override {}
+  void SelectionMoved(const TextModel&) override {}
+  void StateChanged(const TextModel& model) override {
+    if (model.Visible()) effects.Add("shown", "");
+  }
+  EffectLog& effects;
+};
+
+TEST_F(SwitchTest, WhatWasMissedComesUnderItsOwnTitle) {
+  const int16 bob = Online("bob");
+  Online("amy");
+  ShownWindow shown(memory.effects);
+  state.OutputWindow(bob).SetObserver(&shown);
+  memory.effects.Clear();
+  Switch("bob");
+  state.OutputWindow(bob).SetObserver(nullptr);
+  EXPECT_EQ(memory.effects.Transcript({"spoken"}), "title Corvid [bob\nshown\n");
+}
+
+TEST_F(SwitchTest, TheQuestionBeforeLeavingNamesTheHostInFront) {
+  Online("bob");
+  state.HostName[Character("Moor", "Amy", "amy")] = "moor.example";
+  state.Port[FindCharacter(state, "amy")] = "nosuchservice";
+  sessions.OpenMud(FindCharacter(state, "amy"), 0);
+  EXPECT_EQ(state.ConnectHost, "moor.example");
+  Switch("bob");
+  EXPECT_EQ(state.ConnectHost, state.HostName[FindCharacter(state, "bob")]);
+}
+
 TEST_F(SwitchTest, PrefersConnectedSessions) {
   const int16 bob = Online("bob");
   const int16 bonnie = Online("bonnie");
