@@ -270,6 +270,7 @@ void Keyboard::FocusChanged(MainFocus focus) {
   if (output == keys.OutputFocused) return;
   keys.OutputFocused = output;
   state_.sessions.ReadPosition = output;
+  keys.PendingFilter.clear();  // the line that was read last stands in the other window and says nothing about this one
   if (output) {
     TextModel& window = FocusedText();
     window.SetSelStart(window.Length());

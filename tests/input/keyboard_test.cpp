@@ -191,6 +191,15 @@ TEST_F(KeyboardTest, WordsOfTheEntryAreSpokenUnlessTheOptionSaysOtherwise) {
   EXPECT_EQ(Of("job"), Texts{"1 in 50"}) << "it is about the entry line alone";
 }
 
+TEST_F(KeyboardTest, ALineOfTheOtherWindowIsNotTheOneBefore) {
+  Entry().SetText("say hello");
+  for (const char* line : {"What is your name?", "say hello"}) {
+    keyboard.PendingFilter = line;
+    Press(keycode::Tab);
+    EXPECT_EQ(keyboard.PendingFilter, "") << "or the first word that is read here would be its whole line";
+  }
+}
+
 TEST_F(KeyboardTest, TheOutputIsReadOnItsOwnChannel) {
   state.OutputWindow(0).Append("Bob waves.\r\nAnn nods.");
   Press(keycode::Tab);
