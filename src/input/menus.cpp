@@ -57,7 +57,11 @@ void Menus::SetupMenu(const std::vector<std::string>& VariantList, const std::ve
   menu.ListIndex = std::clamp<int32>(ListIndex, -1, static_cast<int32>(menu.ListItems.size()) - 1);
   if (!menu.MenuAutoPath.empty()) return FollowPath();
   OpenListBox();
-  SayItem();
+  if (menu.ListItems.empty()) {
+    house_.upcalls.speaker.SpeakOut("The list is empty.", Channel::System, 0);
+  } else {
+    SayItem();
+  }
 }
 
 void Menus::OpenListBox() {

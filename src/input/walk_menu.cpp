@@ -76,6 +76,11 @@ void menuitem::FinishRecording(MenuCall& call) {
     house.upcalls.speaker.SpeakOut("No record in progress", Channel::Incoming, 0);
     return;
   }
+  if (house.sessions.WalkBuffer[house.script.CurrentSocket].empty()) {
+    house.platform.face.Beep();
+    house.upcalls.speaker.SpeakOut("Nothing is recorded yet", Channel::Incoming, 0);  // before the name is asked for
+    return;
+  }
   call.list.CloseListBox();
   FinishedRecording answer;
   if (!FinishRecordingDialog(house.dialog, house.buffers, house.upcalls).Ask(answer)) return;  // PUMP

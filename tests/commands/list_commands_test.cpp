@@ -23,14 +23,14 @@ TEST_F(ListCommandTest, TheTabWordsOfTheCharacterAreShown) {
   EXPECT_EQ(Of("menu"), Lines{"ONETIME|magpie|rook"}) << "no free row, and none of somebody else's";
 }
 
-TEST_F(ListCommandTest, WithoutAWordTheListIsEmptyAndABeepTellsSo) {
+TEST_F(ListCommandTest, WithoutAWordTheListIsEmptyAndSaysSo) {
   EXPECT_EQ(Run("#TAB"), "");
-  EXPECT_EQ(Effects(), (Lines{"menu ONETIME", "beep"}));
+  EXPECT_EQ(Effects(), (Lines{"menu ONETIME", "speech 5 The list is empty.", "beep"}));
   EXPECT_TRUE(menu.ListOpen);
   for (const int16 key : {keycode::Enter, keycode::Delete, keycode::Down, keycode::End, int16{'A'}})
     menus.ListKeyDown(key, 0);
   EXPECT_TRUE(menu.ListOpen);
-  EXPECT_EQ(Of("speech"), Lines{});
+  EXPECT_EQ(Of("speech"), Lines{}) << "no key finds anything in it";
   menus.ListKeyDown(keycode::Escape, 0);
   EXPECT_FALSE(menu.ListOpen);
 }

@@ -242,9 +242,14 @@ TEST_F(WalkTest, TheMenuOffersOnlyScriptsThatAreLoaded) {
 
 TEST_F(WalkTest, TheMenuFinishesNoRecordingWithoutAStep) {
   Run("#RECORD");
-  memory.face.Will({"OK", {{1, "x"}}, {}, {}});
+  Effects();
   menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(Effects(), (Lines{"beep", "speech 1 Nothing is recorded yet"}));
   EXPECT_EQ(State(), 2);
+  Run("look");
+  memory.face.Will({"OK", {{1, "x"}}, {}, {{2, 1}}});
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(State(), 2) << "no step of it is a direction";
   EXPECT_EQ(Walk(".x"), "(none)");
   EXPECT_NE(ErrorLog().find("Wrong number of parameters"), std::string::npos) << ErrorLog();
 }

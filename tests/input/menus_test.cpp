@@ -21,6 +21,10 @@ class MenuTest : public KeyboardTest {
     ASSERT_EQ(menu.CurrentMenu, "AUTOWALK");
     memory.effects.Clear();
   }
+  void Record() {
+    state.WalkState[0] = 2;
+    state.WalkBuffer[0] = "n;";
+  }
   std::string Item() const {
     return menu.ListIndex < 0 ? "" : menu.ListItems.at(static_cast<std::size_t>(menu.ListIndex));
   }
@@ -278,8 +282,17 @@ TEST_F(MenuTest, FinishingWithoutARecordingIsRefused) {
   }
 }
 
-TEST_F(MenuTest, FinishingAsksForTheNameAndWhatIsLeftOut) {
+TEST_F(MenuTest, FinishingAnEmptyRecordingAsksForNothing) {
   state.WalkState[0] = 2;
+  menus.MenuRoutine("AUTOWALK//FI");
+  EXPECT_EQ(Spoken(), Texts{"1 Nothing is recorded yet"});
+  EXPECT_EQ(Of("beep").size(), 1u);
+  EXPECT_EQ(Of("dialog"), Texts{});
+  EXPECT_EQ(state.WalkState[0], 2) << "the recording goes on";
+}
+
+TEST_F(MenuTest, FinishingAsksForTheNameAndWhatIsLeftOut) {
+  Record();
   memory.face.Will({"OK", {{1, " home "}}, {}, {{2, 1}, {3, 1}}});
   script.DefiningBuffer = 9;
   std::vector<int16> definingBuffers;
@@ -299,7 +312,7 @@ TEST_F(MenuTest, FinishingAsksForTheNameAndWhatIsLeftOut) {
 TEST_F(MenuTest, FinishingIntoAScript) {
   Edit("");
   scriptFiles.MoveBuffers(buffer::EntryLine);
-  state.WalkState[0] = 2;
+  Record();
   memory.face.Will({"OK", {{1, "old mill"}}, {{5, 1}}, {}});
   int16 defining = 0;
   std::vector<int16> flags;
@@ -314,7 +327,7 @@ TEST_F(MenuTest, FinishingIntoAScript) {
 }
 
 TEST_F(MenuTest, ACheckThatFailsIsNotFollowedByTheCommand) {
-  state.WalkState[0] = 2;
+  Record();
   memory.face.Will({"OK", {{1, "x}"}}, {}, {}});
   runner.OnCommand = [](const std::string&, int16&, std::string& problem, Parameters&, int16&) { problem = "bad"; };
   menus.MenuRoutine("AUTOWALK//FI");
@@ -322,7 +335,7 @@ TEST_F(MenuTest, ACheckThatFailsIsNotFollowedByTheCommand) {
 }
 
 TEST_F(MenuTest, ARecordingIsFinishedWithANameOrNotAtAll) {
-  state.WalkState[0] = 2;
+  Record();
   memory.face.Will("OK");
   memory.face.Will("Cancel");
   menus.MenuRoutine("AUTOWALK//FI");
@@ -397,6 +410,7 @@ TEST_F(MenuTest, AListThatIsOnlyReadCloses) {
 
 TEST_F(MenuTest, AListOfNothingTakesKeysWithoutHarm) {
   menus.SetupMenu({}, {}, 0, "ONETIME", 0);
+  EXPECT_EQ(Spoken(), Texts{"5 The list is empty."}) << "or it would open without a word";
   for (const int16 key : {keycode::Down, keycode::Home, keycode::End, keycode::Enter, keycode::Delete}) Key(key);
   Letter('A');
   EXPECT_TRUE(menu.ListOpen);
