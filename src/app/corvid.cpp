@@ -65,6 +65,7 @@ Corvid::Corvid(const Platform& outside)
   switchboard_.Commands = &dispatcher;
   switchboard_.Errors = &errors;
   switchboard_.Voice = &speech;
+  switchboard_.Screen = &platform.face;
   switchboard_.Questions = &prompts;
   switchboard_.Jobs = &timers;
   prompts.AskByVoice = [this](const std::string& message, std::string& answer) {

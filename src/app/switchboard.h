@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/upcalls.h"
+#include "platform/face.h"
 
 namespace corvid {
 
@@ -16,6 +17,7 @@ class Switchboard : public CommandRunner, public ErrorSink, public Speaker, publ
   CommandRunner* Commands = nullptr;
   ErrorSink* Errors = nullptr;
   Speaker* Voice = nullptr;
+  Face* Screen = nullptr;
   Prompter* Questions = nullptr;
   TimerJobs* Jobs = nullptr;
 
@@ -41,6 +43,10 @@ class Switchboard : public CommandRunner, public ErrorSink, public Speaker, publ
 
   void SpeakOut(const std::string& text, int16 window, int16 spokenByWindow) override {
     Voice->SpeakOut(text, window, spokenByWindow);
+  }
+  void Answer(const std::string& text, int16 window) override {
+    Screen->NoteAnswer(text);
+    Voice->Answer(text, window);
   }
   void Speak(const std::string& textstring, int16 tSpeechType, int16 voicetype) override {
     Voice->Speak(textstring, tSpeechType, voicetype);

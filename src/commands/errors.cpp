@@ -31,7 +31,7 @@ Errors::Errors(BufferState& buffers, const ScriptState& script, const OptionsSta
     : buffers_(buffers), script_(script), options_(options), platform_(platform), upcalls_(upcalls) {}
 
 void Errors::SayShort(const std::string& words) {
-  Quietly([&] { upcalls_.speaker.SpeakOut(words, Incoming, 0); });
+  Quietly([&] { upcalls_.speaker.Answer(words, Incoming); });
   Quietly([&] { platform_.face.Beep(); });
 }
 

@@ -75,7 +75,7 @@ void handler::Find(CommandCall& call) {
   if (at == 0) {
     found.clear();
     const bool more = search.InOutput && !search.First;
-    house.upcalls.speaker.SpeakOut(more ? "No more found." : "Not found", Channel::Incoming, 0);
+    house.upcalls.speaker.Answer(more ? "No more found." : "Not found", Channel::Incoming);
     return;
   }
   // Kept: in the output the caret rests one place behind where the hit begins.

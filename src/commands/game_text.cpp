@@ -229,7 +229,7 @@ void GameText::Display(int16 session, const std::string& text) {
 bool GameText::NotConnected(CommandCall& call, int16 session, const std::string& text) {
   const std::string name = house_.sessions.SessionRef[session];
   if (name.empty()) {
-    house_.upcalls.speaker.SpeakOut("Not connected.", Incoming, 0);
+    house_.upcalls.speaker.Answer("Not connected.", Incoming);
     house_.platform.face.Beep();
     if (!IsBlank(text)) AppendErrorLog(house_.buffers, "\r\nText entered when not connected:  " + text);
     return true;
@@ -249,7 +249,7 @@ void GameText::Record(int16 session, const std::string& text) {
   // Kept: a paused recording takes no steps.
   if (house_.sessions.WalkState[session] != walkstate::Recording) return;
   if (house_.sessions.WalkBuffer[session].size() > RecordWarning)
-    house_.upcalls.speaker.SpeakOut("Record buffer filling", Incoming, 0);
+    house_.upcalls.speaker.Answer("Record buffer filling", Incoming);
   house_.sessions.WalkBuffer[session] += text + house_.options.CommandSeparator;
 }
 

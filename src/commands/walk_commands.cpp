@@ -68,7 +68,7 @@ void handler::Record(CommandCall& call) {
   CommandHouse& house = call.house;
   house.sessions.WalkState[call.outchannel] = walkstate::Recording;
   house.sessions.WalkBuffer[call.outchannel].clear();
-  house.upcalls.speaker.SpeakOut("Recording", Channel::Incoming, 0);
+  house.upcalls.speaker.Answer("Recording", Channel::Incoming);
   house.symbols.CheckAndAddClass("Recording", call.owner);
 }
 
@@ -112,7 +112,7 @@ void handler::Erase(CommandCall& call) {
   const std::size_t end = last == std::string::npos ? steps.size() : body;
   const std::string told = steps.substr(start, end - start);
   steps.erase(start);
-  house.upcalls.speaker.SpeakOut("erasing " + told, Channel::Incoming, 0);
+  house.upcalls.speaker.Answer("erasing " + told, Channel::Incoming);
 }
 
 void handler::Direction(CommandCall& call) {

@@ -56,6 +56,9 @@ class Speaker {
  public:
   virtual ~Speaker() = default;
   virtual void SpeakOut(const std::string& text, int16 window, int16 spokenByWindow) = 0;
+  // A short answer of the program to its player that stands nowhere else ("Not found"): spoken, and written as well by
+  // a face that is read with the fingers.
+  virtual void Answer(const std::string& text, int16 window) { SpeakOut(text, window, 0); }
   virtual void Speak(const std::string& textstring, int16 tSpeechType, int16 voicetype) = 0;
   virtual void StopSpeech() = 0;
   virtual void StopSpeaking(int16 window) = 0;

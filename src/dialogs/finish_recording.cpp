@@ -37,7 +37,7 @@ bool FinishRecordingDialog::Ask(FinishedRecording& answer) {
 void FinishRecordingDialog::Take(const std::vector<std::string>& places, FinishedRecording& answer) {
   answer.Name = Trim(dialog_.Control(ControlKind::TextBox, 1).Text);
   if (answer.Name.empty()) {
-    upcalls_.speaker.SpeakOut("The walk needs a name.", Channel::System, 0);
+    upcalls_.speaker.Answer("The walk needs a name.", Channel::System);
     return dialog_.SetFocus(ControlKind::TextBox, 1);
   }
   answer.DirectionsOnly = dialog_.Control(ControlKind::Check, DirectionsCheck).Value == 1;

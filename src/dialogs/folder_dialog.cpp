@@ -90,7 +90,7 @@ void Prompts::ChooseFile(const std::string& FormCode, const std::string& StartFi
     const std::string path = name.find('/') == 0 ? name : folder + name;
     if ((fOptions & FileMayBeMissing) == 0 && wildcard != "*.*" && !platform_.files.FileExists(path)) {
       platform_.face.Beep();
-      upcalls_.speaker.SpeakOut("There is no such file", Channel::System, 0);
+      upcalls_.speaker.Answer("There is no such file", Channel::System);
       return;
     }
     filename = path;

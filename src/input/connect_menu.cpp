@@ -52,7 +52,7 @@ void menuitem::DisconnectCharacter(MenuCall& call) {
   const int16 session = house.script.CurrentSocket;
   const int16 owner = house.script.SocketOwner[session];
   const auto connected = [&] { return house.platform.sockets.Connected(session); };
-  if (!connected()) return house.upcalls.speaker.SpeakOut("Character not connected. ", Channel::Incoming, 0);
+  if (!connected()) return house.upcalls.speaker.Answer("Character not connected. ", Channel::Incoming);
   call.list.CloseListBox();
   house.sessionRoutines.CloseMud(session);  // PUMP
   if (connected() || house.script.SocketOwner[session] != owner) return;

@@ -175,12 +175,12 @@ void Keyboard::SelectAll() {
 void Keyboard::Copy(bool cut) {
   TextModel& text = FocusedText();
   if (text.SelLength() == 0) {
-    if (!cut) upcalls_.speaker.SpeakOut("Nothing Copied", Channel::Incoming, 0);
+    if (!cut) upcalls_.speaker.Answer("Nothing Copied", Channel::Incoming);
     return;
   }
   platform_.face.SetClipboardText(text.SelText());
   if (!cut) {
-    upcalls_.speaker.SpeakOut("Copied", Channel::Incoming, 0);
+    upcalls_.speaker.Answer("Copied", Channel::Incoming);
   } else if (!text.Locked()) {
     text.SetSelText("");
   }
@@ -198,7 +198,7 @@ void Keyboard::Paste() {
   int16 outchannel = CurrentSession;
   timers_.SetCaretAfterPaste(scanner_.ExecuteBuffer(text, 0, outchannel));  // PUMP
   upcalls_.jobs.StartTimer1(timeraction::PlaceCaret, EchoDelay);
-  upcalls_.speaker.SpeakOut("OK", Channel::Incoming, 0);
+  upcalls_.speaker.Answer("OK", Channel::Incoming);
 }
 
 void Keyboard::ToggleFocus() {

@@ -81,7 +81,7 @@ bool Keyboard::TypeThrough(const std::string& character) {
 bool Keyboard::BufferFull() {
   if (InCommandBuffer() || state_.keyboard.OutputFocused) return false;
   if (state_.buffers.EntryBox.Length() < EditLimit) return false;
-  upcalls_.speaker.SpeakOut("Buffer full.", Channel::System, 0);
+  upcalls_.speaker.Answer("Buffer full.", Channel::System);
   platform_.face.Beep();
   return true;
 }

@@ -32,7 +32,7 @@ std::string Keywords(const FinishedRecording& answer) {
 void RunAndSay(MenuCall& call, const std::string& command, const std::string& words) {
   call.list.CloseListBox();
   RunMenuCommand(call.house, command);  // PUMP
-  call.house.upcalls.speaker.SpeakOut(words, Channel::Incoming, 0);
+  call.house.upcalls.speaker.Answer(words, Channel::Incoming);
 }
 
 bool RunMenuCommand(MenuHouse& house, const std::string& command, int16 moreOptions) {
@@ -73,12 +73,12 @@ void menuitem::FinishRecording(MenuCall& call) {
   MenuHouse& house = call.house;
   if (house.sessions.WalkState[house.script.CurrentSocket] != RecordingOn) {
     house.platform.face.Beep();
-    house.upcalls.speaker.SpeakOut("No record in progress", Channel::Incoming, 0);
+    house.upcalls.speaker.Answer("No record in progress", Channel::Incoming);
     return;
   }
   if (house.sessions.WalkBuffer[house.script.CurrentSocket].empty()) {
     house.platform.face.Beep();
-    house.upcalls.speaker.SpeakOut("Nothing is recorded yet", Channel::Incoming, 0);  // before the name is asked for
+    house.upcalls.speaker.Answer("Nothing is recorded yet", Channel::Incoming);  // before the name is asked for
     return;
   }
   call.list.CloseListBox();

@@ -66,6 +66,8 @@ class Face {
   virtual void StartProgram(const std::string& program, const std::string& file) = 0;  // Fault when it cannot
   // A line for a player whom speech cannot reach (no sound card, no voice): shown, not spoken.
   virtual void Notice(const std::string& text) = 0;
+  // A short answer that is spoken; a face that is read line by line writes it too.
+  virtual void NoteAnswer(const std::string& /*text*/) {}
 
   // False once nobody can answer a question any more: the input has ended. A dialog then closes by itself.
   virtual bool PlayerThere() const { return true; }

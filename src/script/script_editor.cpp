@@ -76,7 +76,7 @@ void ScriptEditor::ExecuteLine() {
   std::string ErrorDescription;
   Parameters rvar;
   upcalls_.commands.ProcessCommand(command, options, ErrorDescription, rvar, outchannel);  // PUMP
-  if (ErrorDescription.empty()) upcalls_.speaker.SpeakOut("OK", Channel::Incoming, 0);
+  if (ErrorDescription.empty()) upcalls_.speaker.Answer("OK", Channel::Incoming);
 }
 
 void ScriptEditor::FindOpposingBrace(TextModel& text) const {

@@ -280,7 +280,7 @@ void Receive::NoticeGag(int16 Index) {
   if (passed < 0) passed += SecondsOfDay;
   if (passed <= NoticeSeconds) return;
   sessions_.GagNotice[Index] = now;
-  upcalls_.speaker.SpeakOut("Gagging is in effect.", Channel::Incoming, 0);
+  upcalls_.speaker.Answer("Gagging is in effect.", Channel::Incoming);
 }
 
 void Receive::FinishBlock(int16 Index, int32 caret, Work& work) {

@@ -75,6 +75,9 @@ class EchoProgram : public FaceEvents, public DialogEvents {
       face.Notice("Really?");
       shown.Append("Bob waves\r\n");
       face.Notice("Really?");
+    } else if (line == "answer") {
+      shown.Append("A crow caws.");  // no line end yet
+      face.NoteAnswer(" Recording\r\n");
     } else if (line == "menu") {
       face.ShowListMenu({"MAIN", "Main menu", rows, 0});
     } else if (line == "switch") {
@@ -509,6 +512,10 @@ TEST_F(ConsoleFaceTest, ANoticeThatABoxHasJustToldIsNotToldAgain) {
       "---  ---\nReally?\n(Enter keeps what is there, /c cancels, /? tells all again and how to answer.)\n"
       "1 OK (Enter)?\nBob waves\nReally?\n"))
       << text;
+}
+
+TEST_F(ConsoleFaceTest, AShortAnswerHasALineOfItsOwn) {
+  EXPECT_EQ(Run("answer\n"), "=== Corvid\nA crow caws.\nRecording\n");
 }
 
 TEST_F(ConsoleFaceTest, ADialogWithNothingToAnswerIsClosedByAnyLine) {

@@ -40,6 +40,7 @@ class MemoryFace : public Face, public DialogView {
   void SetClipboardText(const std::string& text) override;
   void StartProgram(const std::string& program, const std::string& file) override;
   void Notice(const std::string& text) override { effects_.Add("notice", text); }
+  void NoteAnswer(const std::string& text) override { Answers.push_back(text); }
   void NoteSend(int16 session, const std::string& text) override;
   void NoteSession(int16 session, const std::string& state) override;
   void NoteCleared(int16 session) override { effects_.Add("cleared", std::to_string(session)); }
@@ -70,7 +71,8 @@ class MemoryFace : public Face, public DialogView {
   std::string Title;
   std::string EntryLabel;
   std::string Clipboard;
-  ListMenuView Menu;  // as shown last
+  std::vector<std::string> Answers;  // short ones, as a face writes them that is read with the fingers
+  ListMenuView Menu;                 // as shown last
   bool MenuOpen = false;
   bool PlayerThere() const override { return Player; }
   bool Player = true;         // false: as when the input has ended

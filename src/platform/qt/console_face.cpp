@@ -316,6 +316,10 @@ void ConsoleFace::Notice(const std::string& text) {
   if (!parts_->dialog.HasJustTold(text)) parts_->output.Line(text);
 }
 
+void ConsoleFace::NoteAnswer(const std::string& text) {
+  parts_->output.Line(Trim(text));
+}
+
 bool ConsoleFace::PlayerThere() const {
   return !parts_->gone;
 }

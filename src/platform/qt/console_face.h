@@ -54,6 +54,7 @@ class ConsoleFace : public Face {
   void SetClipboardText(const std::string& text) override;
   void StartProgram(const std::string& program, const std::string& file) override;
   void Notice(const std::string& text) override;
+  void NoteAnswer(const std::string& text) override;
   bool PlayerThere() const override;
   void NoteSession(int16 session, const std::string& state) override;
 
