@@ -12,7 +12,7 @@ LICENCE = "SPDX-License-Identifier: GPL-3.0-or-later"
 SOUND = {
     "src/core/text.h": f"// {LICENCE}\n#pragma once\n",
     "scripts/run": f"#!/usr/bin/env bash\n# {LICENCE}\nexit 0\n",
-    "share/start.set": "; a comment\r\n#CONFIGURE OutputLog true\r\n",
+    "share/start.set": f"; {LICENCE}\r\n#CONFIGURE OutputLog true\r\n",
     "README.md": "Words\n",
 }
 
@@ -66,7 +66,10 @@ class Files(unittest.TestCase):
         self.assert_finding("README.md", "one\r\n", 1, "a CR at the line's end")
 
     def test_a_script_file_without_carriage_returns(self):
-        self.assert_finding("share/other.set", "#BELL\r\n#BELL\n", 2, "CR LF")
+        self.assert_finding("share/other.set", f"#BELL\r\n; {LICENCE}\n", 2, "CR LF")
+
+    def test_a_script_file_without_its_licence(self):
+        self.assert_finding("share/other.set", "#BELL\r\n#BELL\r\n", 3, f"no line holds {LICENCE}")
 
     def test_a_last_line_without_its_end(self):
         self.assert_finding("README.md", "one", 1, "no end")

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/qt/json_output.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -80,7 +81,10 @@ bool JsonOutput::Flush() {
     const ssize_t count = write(descriptor_, rest.data(), rest.size());
     if (count >= 0) {
       rest.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno != EINTR && errno != EAGAIN) {
+    } else if (errno == EAGAIN) {  // an output that does not wait is waited for here
+      pollfd ready{descriptor_, POLLOUT, 0};
+      poll(&ready, 1, -1);
+    } else if (errno != EINTR) {
       broken_ = true;
     }
   }
