@@ -69,6 +69,7 @@ class Keyboard : public FaceEvents {
   void Copy(bool cut);
   void Paste();
   void ToggleFocus();
+  void EchoTyped(const std::string& character);
   void RingAtColumn(const std::string& character);
   bool TypeThrough(const std::string& character);
   void EnterPressed();

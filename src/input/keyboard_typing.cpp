@@ -32,9 +32,7 @@ void Keyboard::Form_KeyPress(const std::string& character) {
     keys.SwallowKeyPress = false;
     return;
   }
-  const int16 channel = XWindowType();
-  if (state_.speech.TypingEcho[static_cast<std::size_t>(channel)] != 0 && !IsEnter(character) && character != "\b")
-    upcalls_.speaker.SpellWord(character, channel);
+  EchoTyped(character);
   if (menus_.ListOpen()) return;
   RingAtColumn(character);
   if (TypeThrough(character)) return;
@@ -44,6 +42,20 @@ void Keyboard::Form_KeyPress(const std::string& character) {
     return;
   }
   LineEditor::Type(FocusedText(), character);
+}
+
+// A character is said as it is typed, and with Backspace the one that goes.
+void Keyboard::EchoTyped(const std::string& character) {
+  const int16 channel = XWindowType();
+  if (state_.speech.TypingEcho[static_cast<std::size_t>(channel)] == 0 || IsEnter(character)) return;
+  if (character != "\b") return upcalls_.speaker.SpellWord(character, channel);
+  const TextModel& text = FocusedText();
+  if (menus_.ListOpen() || text.Locked() || state_.keyboard.OutputFocused) return;  // it takes nothing away
+  const bool selected = text.SelLength() > 0;  // its first character is enough: all of it would be spelled for long
+  const int32 from = selected ? text.SelStart() : PreviousCharacter(text.Text(), text.SelStart());
+  const int32 to = selected ? NextCharacter(text.Text(), from) : text.SelStart();
+  const std::string gone = text.Text().substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
+  if (!gone.empty()) upcalls_.speaker.SpellWord(gone, channel);
 }
 
 void Keyboard::RingAtColumn(const std::string& character) {

@@ -227,10 +227,41 @@ TEST_F(KeyboardTest, AScriptThatCannotBeChangedGivesTheKeyToTheEntryLine) {
   EXPECT_EQ(buffers.BufferText[4], "#alias a b");
 }
 
+TEST_F(KeyboardTest, BackspaceSaysWhatItTakesAway) {
+  speech.TypingEcho[Channel::Entry] = 1;
+  struct Row {
+    const char* text;
+    int32 start, length;
+    Texts spelled;
+  };
+  for (const Row& row : std::vector<Row>{{"look", 4, 0, {"2 k"}},
+                                         {"look", 1, 0, {"2 l"}},
+                                         {"caf\xC3\xA9", 5, 0, {"2 \xC3\xA9"}},
+                                         {"n\r\ns", 3, 0, {"2 \r\n"}},
+                                         {"look", 1, 2, {"2 o"}},
+                                         {"look", 0, 0, {}},
+                                         {"", 0, 0, {}}}) {
+    Entry().SetText(row.text);
+    Entry().Select(row.start, row.start + row.length);
+    memory.effects.Clear();
+    Stroke("\b");
+    EXPECT_EQ(Of("spelled"), row.spelled) << row.text << " at " << row.start;
+  }
+  Entry().SetText("look");
+  Entry().SetSelStart(4);
+  speech.TypingEcho[Channel::Entry] = 0;
+  memory.effects.Clear();
+  Stroke("\b");
+  EXPECT_EQ(Of("spelled"), Texts{});
+  EXPECT_EQ(Entry().Text(), "loo");
+}
+
 TEST_F(KeyboardTest, TheOutputIsReadNotChanged) {
   state.OutputWindow(0).Append("Bob waves.\r\n");
+  speech.TypingEcho[Channel::Output] = 1;
   Press(keycode::Tab);
   Stroke("\b");
+  EXPECT_EQ(Of("spelled"), Texts{});
   Press(keycode::Home, ControlBit);
   Press(keycode::Delete);
   EXPECT_EQ(Screen(0), "Bob waves.\r\n");
