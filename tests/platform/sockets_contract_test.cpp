@@ -2,6 +2,7 @@
 // What every network must do alike: the real one, to a server on this machine, and the one in memory that the other
 // tests trust.
 #include <gtest/gtest.h>
+#include <netdb.h>
 
 #include <cerrno>
 #include <functional>
@@ -323,7 +324,11 @@ TYPED_TEST(SocketsContract, AHandlerThatWaitsHearsTheRestMeanwhile) {
 }
 
 TYPED_TEST(SocketsContract, AnAddressThatCannotBeIsToldAtOnce) {
-  for (const char* port : {"1", "23", "65535", "telnet"}) EXPECT_TRUE(this->net.PortKnown(port)) << port;
+  for (const char* port : {"1", "23", "65535"}) EXPECT_TRUE(this->net.PortKnown(port)) << port;
+  // A small machine has no table of services.
+  if (getservbyname("telnet", "tcp") != nullptr) {
+    EXPECT_TRUE(this->net.PortKnown("telnet"));
+  }
   for (const char* port : {"0", "65536", "-1", "+1", "1.5", "1e3", "23 ", "", "no such service"}) {
     EXPECT_FALSE(this->net.PortKnown(port)) << port;
     EXPECT_EQ(this->net.Connect(1, "127.0.0.1", port, 1000), EINVAL) << port;
