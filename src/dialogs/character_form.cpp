@@ -47,7 +47,10 @@ bool CharacterForm::Ask(const std::string& title, TextBoxes first, CharacterFiel
   for (;;) {
     Build(title, fields);
     dialog_.SetFirstFocus(ControlKind::TextBox, first);
-    dialog_.ShowForm(500, 500);  // PUMP
+    DialogControl& field = dialog_.Control(ControlKind::TextBox, first);
+    field.SelStart = 0;
+    field.SelLength = static_cast<int32>(field.Text.size());  // what is typed takes the place of what was wrong
+    dialog_.ShowForm(500, 500);                               // PUMP
     if (dialog_.GDResult != 0) return dialog_.GDResult == 1;
     if (platform_.events.Ending() || !platform_.face.PlayerThere()) return false;
   }

@@ -41,7 +41,9 @@ bool RunMenuCommand(MenuHouse& house, const std::string& command, int16 moreOpti
 }
 
 void menuitem::BeginRecording(MenuCall& call) {
-  RunAndSay(call, "record", "Recording.");
+  call.list.CloseListBox();
+  RunMenuCommand(call.house, "record");                                     // PUMP
+  call.house.upcalls.speaker.SpeakOut("Recording.", Channel::Incoming, 0);  // the command itself has written it
 }
 
 void menuitem::StopWalk(MenuCall& call) {

@@ -65,7 +65,7 @@ void Debugger::BeforeCommand(const CommandAtHand& at) {
     if (!debug.DebugBreak) return;
     debug.DebugExpandedLine = Expanded(at);  // PUMP
   }
-  DebugRoutine(at.rvar);  // PUMP
+  DebugRoutine(at.rvar, &at);  // PUMP
 }
 
 void Debugger::Break(const CommandAtHand& at) {
@@ -76,7 +76,7 @@ void Debugger::Break(const CommandAtHand& at) {
     const Working working(debug, true);
     debug.DebugExpandedLine = Expanded(at);  // PUMP
   }
-  DebugRoutine(at.rvar);  // PUMP
+  DebugRoutine(at.rvar, &at);  // PUMP
 }
 
 // The rows keep their memory from round to round: a script in debug mode writes here before each command.
@@ -127,18 +127,20 @@ std::string Debugger::Expanded(const CommandAtHand& at) {
   return line;
 }
 
-void Debugger::DebugRoutine(Parameters& rvar) {
+void Debugger::DebugRoutine(Parameters& rvar, const CommandAtHand* at) {
   DebugState& debug = house_.debug;
   if (debug.Busy) return;
   const Working working(debug, true);
   // A tested trigger stops here again and has words of its own.
   const std::string reason = debug.DebugReason;
-  const std::string line = debug.DebugExpandedLine;
+  std::string line = debug.DebugExpandedLine;
   Next next = Next::Again;
   while (next == Next::Again) {
     debug.DebugReason = reason;
     debug.DebugExpandedLine = line;
-    next = Act(Ask(), rvar);  // PUMP
+    const int16 button = Ask();                                                          // PUMP
+    next = Act(button, rvar);                                                            // PUMP
+    if (at != nullptr && (button == Variables || button == View)) line = Expanded(*at);  // PUMP: with the new values
   }
   debug.DebugExpandedLine.clear();
 }

@@ -59,9 +59,10 @@ class Debugger {
   void BeforeCommand(const CommandAtHand& at);
   // BREAK: stops here while the debugger is on. May pump events.
   void Break(const CommandAtHand& at);
-  // The dialog, until the player lets the script go on. rvar are the parameters of the running command. Returns at once
-  // while the debugger is at work already, and when nobody is there to answer. May pump events.
-  void DebugRoutine(Parameters& rvar);
+  // The dialog, until the player lets the script go on. rvar are the parameters of the running command; at is the
+  // command that comes next, nullptr for none. Returns at once while the debugger is at work already, and when nobody
+  // is there to answer. May pump events.
+  void DebugRoutine(Parameters& rvar, const CommandAtHand* at = nullptr);
 
  private:
   enum class Next { Again, Return };

@@ -36,7 +36,11 @@ TEST_F(DebuggerTest, ParametersAreShownAndChangedForTheRunningCommand) {
     Tell(value, DialogEvent::Change);
     Press("OK");
   });
-  ThenPress(debugbutton::Run);
+  std::string next;
+  Then([&] {
+    next = Line();
+    Press(debugbutton::Run);
+  });
   Run("go north fast");
   EXPECT_EQ(met, (Texts{"Debug Module - [Alias Breakpoint]", "View & Modify Parameters",
                         "Debug Module - [Alias Breakpoint]"}));
@@ -45,6 +49,7 @@ TEST_F(DebuggerTest, ParametersAreShownAndChangedForTheRunningCommand) {
   EXPECT_EQ(rows[1], "%1 north");
   EXPECT_EQ(rows[2], "%2 fast");
   EXPECT_EQ(rows[99], "%99 ");
+  EXPECT_EQ(next, "#VAR {way} {south}") << "the command as it will run now";
   EXPECT_EQ(Global("WAY"), "south");
   EXPECT_EQ(Global("ALL"), "north fast ");
   EXPECT_EQ(Global("THIRD"), "now");

@@ -152,7 +152,11 @@ TEST_F(CharacterListTest, APortThatLeadsNowhereIsToldBeforeTheFirstConnection) {
   int32 focus = -1;
   for (const char* port : {"four thousand", "0", "65536"}) {
     Answers({"OK", {{RefAt, "hero"}, {HostAt, "dale.example"}, {PortAt, port}}, {}, {}});
-    Then([this, &focus] { focus = memory.face.OpenModel()->FirstFocus; });
+    Then([this, &focus, port] {
+      focus = memory.face.OpenModel()->FirstFocus;
+      EXPECT_EQ(At(PortAt).SelStart, 0);
+      EXPECT_EQ(At(PortAt).SelLength, static_cast<int32>(std::string(port).size())) << "typing takes its place";
+    });
   }
   Answers({"OK", {{PortAt, "telnet"}}, {}, {}});
   Presses(Exit);
