@@ -390,6 +390,17 @@ TEST_F(ConsoleFaceTest, EveryKindOfControlCanBeAnswered) {
   EXPECT_EQ(result, "[][-1][-1][1][1][0][0][]Cancel");
 }
 
+TEST_F(ConsoleFaceTest, RowsThatAreMarkedAreToldBeforeTheyAreTaken) {
+  DialogControl& marks = Add(ControlKind::List, "Marks");
+  marks.Items = {"a", "b", "c"};
+  marks.MultiSelect = true;
+  AddButtons();
+  std::string text = Run("ask\n3 1\n");
+  EXPECT_TRUE(text.ends_with("Rows to mark or unmark?\nMarked: 1, 3\n1 OK (Enter), 2 Cancel?\n")) << text;
+  text = Run("ask\n2\n/1\n2\n\n");
+  EXPECT_NE(text.find("No row is marked.\n"), std::string::npos) << text;
+}
+
 TEST_F(ConsoleFaceTest, LongListsComeInPieces) {
   model.Title = "Pick";
   DialogControl& list = Add(ControlKind::List, "Row");

@@ -135,9 +135,17 @@ bool ConsoleDialog::MarkRows(const DialogControl& control, int32 place, const st
     const auto at = static_cast<std::size_t>(row);
     const bool marked = at < control.Selected.size() && control.Selected[at];
     driver_.MarkRow(place, row, !marked);
-    if (serial != driver_.Serial()) break;
+    if (serial != driver_.Serial()) return true;
   }
+  TellMarks(control);
   return true;
+}
+
+void ConsoleDialog::TellMarks(const DialogControl& list) {
+  std::string marked;
+  for (std::size_t i = 0; i < list.Items.size() && i < list.Selected.size(); ++i)
+    if (list.Selected[i]) marked += (marked.empty() ? "" : ", ") + std::to_string(i + 1);
+  output_.Line(marked.empty() ? "No row is marked." : "Marked: " + marked);
 }
 
 bool ConsoleDialog::TakeCheck(const DialogControl& /*control*/, int32 place, const std::string& line) {
@@ -180,8 +188,9 @@ bool ConsoleDialog::TakeOption(const Question& question, const std::string& line
 void ConsoleDialog::Next() {
   constexpr std::size_t takeOrLeave = 2;
   const auto questions = Questions();
-  const bool only =
-      questions.size() == 2 && questions.back().Buttons && questions.back().Controls.size() <= takeOrLeave;
+  const bool only = questions.size() == 2 && questions.back().Buttons &&
+                    questions.back().Controls.size() <= takeOrLeave &&
+                    !At(questions.front().Controls.front()).MultiSelect;
   if (only && driver_.DefaultButton() >= 0) {
     Press(driver_.DefaultButton());
   } else {

@@ -57,6 +57,7 @@ class ConsoleDialog : public DialogView {
   bool TakeBoxLine(const DialogControl& control, int32 place, const std::string& line);
   bool TakeRow(const DialogControl& control, int32 place, const std::string& line);
   bool RowLeadsOn(const DialogControl& control, int32 place);
+  void TellMarks(const DialogControl& list);
   bool MarkRows(const DialogControl& control, int32 place, const std::string& line);
   bool TakeCheck(const DialogControl& control, int32 place, const std::string& line);
   bool TakeScroll(const DialogControl& control, int32 place, const std::string& line);
