@@ -204,17 +204,13 @@ int16 CharacterList::Edit(const Entry& entry) {
   for (Problem problem;;) {
     if (!form_.Ask(title, problem.box, fields)) return 0;  // PUMP
     problem = ProblemOf(fields, Find(entry));
+    if (Find(entry) == 0 && IsEmpty(fields))
+      problem = {"No field is filled in. Cancel leaves the form.", CharacterForm::NameBox};
     if (problem.text.empty()) break;
     Tell(problem.text, "Error");  // PUMP
   }
   int16 row = Find(entry);  // a character that has gone meanwhile is written anew
-  if (row == 0) {
-    if (IsEmpty(fields)) {
-      Tell("No field was filled in, so no character was added.", title);  // PUMP
-      return 0;
-    }
-    row = FreeRow();
-  }
+  if (row == 0) row = FreeRow();
   Store(row, fields);  // PUMP
   return row;
 }

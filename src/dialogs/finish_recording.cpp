@@ -36,8 +36,9 @@ bool FinishRecordingDialog::Ask(FinishedRecording& answer) {
 
 void FinishRecordingDialog::Take(const std::vector<std::string>& places, FinishedRecording& answer) {
   answer.Name = Trim(dialog_.Control(ControlKind::TextBox, 1).Text);
-  if (answer.Name.empty()) {
-    upcalls_.speaker.Answer("The walk needs a name.", Channel::System);
+  const bool parted = answer.Name.find(' ') != std::string::npos;  // only the first word of a line can call a walk
+  if (answer.Name.empty() || parted) {
+    upcalls_.speaker.Answer(parted ? "The name of a walk is one word." : "The walk needs a name.", Channel::System);
     return dialog_.SetFocus(ControlKind::TextBox, 1);
   }
   answer.DirectionsOnly = dialog_.Control(ControlKind::Check, DirectionsCheck).Value == 1;

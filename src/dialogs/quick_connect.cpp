@@ -82,7 +82,7 @@ void QuickConnect::Show() {
       }
       const std::string host = Trim(dialog_.Control(ControlKind::TextBox, 1).Text);
       const std::string port = Trim(dialog_.Control(ControlKind::TextBox, 2).Text);
-      if (host.empty() && fromList()) return;
+      if (host.empty() && port.empty() && fromList()) return;
       chosen = {QuickMud, host, port};
       dialog_.End(1);
     } else if (at.Kind == ControlKind::List && at.Event == DialogEvent::DoubleClick) {

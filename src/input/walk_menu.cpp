@@ -86,9 +86,7 @@ void menuitem::FinishRecording(MenuCall& call) {
   call.list.CloseListBox();
   FinishedRecording answer;
   if (!FinishRecordingDialog(house.dialog, house.buffers, house.upcalls).Ask(answer)) return;  // PUMP
-  const bool parted = answer.Name.find(' ') != std::string::npos;
-  const std::string name = parted ? "{" + answer.Name + "}" : answer.Name;
-  const std::string command = "EndRecord " + name + " " + Keywords(answer);
+  const std::string command = "EndRecord " + answer.Name + " " + Keywords(answer);
   const int16 defining = house.script.DefiningBuffer;
   house.script.DefiningBuffer = answer.File.empty() ? int16{0} : house.scriptFiles.GetBufferNumber(answer.File);
   if (RunMenuCommand(house, command, option::CheckOnly)) RunMenuCommand(house, command);  // PUMP

@@ -174,9 +174,9 @@ TEST_F(WalkTest, TheMenuFinishesARecordingIntoNewLinesOrAScript) {
   WorkIn("/data/hills.set", "#alias {hi} {wave}\r\n");
   script.DefiningBuffer = 0;
   Run("#RECORD;n;s;look;e");
-  memory.face.Will({"OK", {{1, "old mill"}}, {{5, 1}}, {{2, 1}, {3, 1}}});
+  memory.face.Will({"OK", {{1, "mill"}}, {{5, 1}}, {{2, 1}, {3, 1}}});
   menus.MenuRoutine("AUTOWALK//FI");
-  EXPECT_EQ(buffers.BufferText[4], "#alias {hi} {wave}\r\n#alias {.old mill} {E}\r\n");
+  EXPECT_EQ(buffers.BufferText[4], "#alias {hi} {wave}\r\n#alias {.mill} {E}\r\n");
   EXPECT_EQ(NewLines(), "");
   EXPECT_EQ(State(), 0);
   Run("#RECORD;n");

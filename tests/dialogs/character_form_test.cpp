@@ -60,8 +60,7 @@ TEST_F(CharacterListTest, ACharacterIsAddedWithAllItsFieldsAndKept) {
 
 TEST_F(CharacterListTest, NothingWrittenAddsNothing) {
   Presses(AddButton);
-  Presses("OK");
-  Presses(AddButton);
+  Presses("OK");  // the form stays
   Answers({"Cancel", {{RefAt, "hero"}}, {}, {}});
   Presses(Exit);
   list.MaintainCharacters();
@@ -168,11 +167,12 @@ TEST_F(CharacterListTest, APortThatLeadsNowhereIsToldBeforeTheFirstConnection) {
 
 TEST_F(CharacterListTest, AFormThatWasLeftEmptyAddsNothingAndSaysSo) {
   Presses(AddButton);
-  Then([this] { EXPECT_EQ(memory.face.OpenModel()->FirstFocus, NameAt); });
   Answers({"OK", {}, {}, {}});
+  Then([this] { EXPECT_EQ(memory.face.OpenModel()->FirstFocus, NameAt); });
+  Presses("Cancel");
   Presses(Exit);
   list.MaintainCharacters();
-  EXPECT_EQ(Boxes(), Texts{"Add Character|No field was filled in, so no character was added."});
+  EXPECT_EQ(Boxes(), Texts{"Error|No field is filled in. Cancel leaves the form."});
   EXPECT_EQ(state.CharacterCount, 0);
 }
 

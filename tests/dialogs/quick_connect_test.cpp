@@ -90,7 +90,7 @@ TEST_F(QuickConnectTest, ARowOfTheListConnectsWithoutTyping) {
 TEST_F(QuickConnectTest, WhatIsMissingIsToldAndOpensNothing) {
   memory.face.Will({"Connect", {{3, "new.example"}}, {}, {}});
   quick.Show();
-  memory.face.Will({"Connect", {{5, "5000"}}, {{1, -1}}, {}});
+  memory.face.Will({"Connect", {{5, "5000"}}, {}, {}});  // a port is no wish for the game that the list begins with
   quick.Show();
   EXPECT_EQ(memory.effects.Of("showerror"),
             (std::vector<std::string>{"A port number is needed to connect.", "A host name is needed to connect."}));

@@ -80,7 +80,7 @@ TEST_F(MenuTest, FinishingIntoAScript) {
   Edit("");
   scriptFiles.MoveBuffers(buffer::EntryLine);
   Record();
-  memory.face.Will({"OK", {{1, "old mill"}}, {{5, 1}}, {}});
+  memory.face.Will({"OK", {{1, "mill"}}, {{5, 1}}, {}});
   int16 defining = 0;
   std::vector<int16> flags;
   runner.OnCommand = [&](const std::string&, int16& given, std::string&, Parameters&, int16&) {
@@ -88,7 +88,7 @@ TEST_F(MenuTest, FinishingIntoAScript) {
     flags.push_back(given);
   };
   menus.MenuRoutine("AUTOWALK//FI");
-  EXPECT_EQ(Of("command").front(), "-2 #EndRecord {old mill} Save");
+  EXPECT_EQ(Of("command").front(), "-2 #EndRecord mill Save");
   EXPECT_EQ(defining, 4);
   EXPECT_EQ(flags, (std::vector<int16>{12, 8}));
 }
@@ -104,9 +104,12 @@ TEST_F(MenuTest, ACheckThatFailsIsNotFollowedByTheCommand) {
 TEST_F(MenuTest, ARecordingIsFinishedWithANameOrNotAtAll) {
   Record();
   memory.face.Will("OK");
+  memory.face.Will({"OK", {{1, "old mill"}}, {}, {}});
   memory.face.Will("Cancel");
   menus.MenuRoutine("AUTOWALK//FI");
   EXPECT_NE(std::find(Spoken().begin(), Spoken().end(), "5 The walk needs a name."), Spoken().end());
+  EXPECT_NE(std::find(Spoken().begin(), Spoken().end(), "5 The name of a walk is one word."), Spoken().end())
+      << "nothing that is typed would call it";
   EXPECT_EQ(Of("command"), Texts{});
   EXPECT_EQ(memory.face.AnswersLeft(), 0u);
 }
