@@ -16,7 +16,6 @@ namespace corvid {
 
 namespace {
 
-constexpr long long BellGapMilliseconds = 25;
 constexpr std::size_t Much = std::size_t{64} * 1024;  // bytes that may gather before they are written out within a turn
 
 long long Milliseconds() {
@@ -79,10 +78,7 @@ void ConsoleOutput::Line(std::string_view text) {
 }
 
 void ConsoleOutput::Bell() {
-  const long long now = Milliseconds();
-  if (!terminal_ || now - lastBell_ < BellGapMilliseconds) return;
-  lastBell_ = now;
-  waiting_ += '\a';
+  if (terminal_ && bells_.Passes(Milliseconds())) waiting_ += '\a';
 }
 
 bool ConsoleOutput::Flush() {

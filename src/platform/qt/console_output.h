@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/beep_gate.h"
+
 namespace corvid {
 
 // The text as well-formed UTF-8 with LF for each line break and no other control code than the tab.
@@ -46,7 +48,7 @@ class ConsoleOutput {
   std::size_t written_ = 0;
   bool broken_ = false;
   bool stalled_ = false;  // the reader has taken nothing for as long as the patience lasts
-  long long lastBell_ = 0;
+  BeepGate bells_{25};    // milliseconds
   std::string waiting_;
 };
 

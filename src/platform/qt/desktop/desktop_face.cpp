@@ -3,11 +3,11 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
 
+#include "platform/beep_gate.h"
 #include "platform/qt/desktop/dialog_controls.h"
 #include "platform/qt/desktop/dialog_window.h"
 #include "platform/qt/desktop/key_filter.h"
@@ -19,8 +19,8 @@ namespace corvid {
 
 namespace {
 
-constexpr int AwayAfter = 300;     // milliseconds: between two windows of ours there is a moment without any
-constexpr qint64 BeepPause = 100;  // milliseconds; a storm of beeps is one now and then
+constexpr int AwayAfter = 300;  // milliseconds: between two windows of ours there is a moment without any
+constexpr int BeepPause = 100;  // milliseconds
 
 std::string ReadClipboard() {
   QString text = QApplication::clipboard()->text();
@@ -44,8 +44,9 @@ class NoDialogs : public DialogView {
 }  // namespace
 
 struct DesktopFace::Parts {
-  Parts(QtEventLoop& eventLoop, const Clock& clock)
+  Parts(QtEventLoop& eventLoop, const Clock& time)
       : loop(eventLoop),
+        clock(time),
         dialog({ReadClipboard, WriteClipboard}),
         wait(eventLoop, clock, dialog.Driver()),
         keys(dialog.Driver(), clock, {[this] { return wait.Over(); }, [this] { dialog.ShowAll(); }}),
@@ -103,6 +104,7 @@ struct DesktopFace::Parts {
   }
 
   QtEventLoop& loop;
+  const Clock& clock;
   Hooks hooks;
   FaceEvents* events = nullptr;
   MainFocus focus = MainFocus::Entry;
@@ -113,7 +115,7 @@ struct DesktopFace::Parts {
   bool arrived = false;  // the player has been here: until then nobody has gone elsewhere
   bool focused = true;
   QTimer away;
-  QElapsedTimer sinceBeep;
+  BeepGate beeps{BeepPause};
   DialogWindow dialog;
   DialogWait wait;
   KeyFilter keys;
@@ -206,10 +208,7 @@ void DesktopFace::ResizeForm(int16 percent) {
 }
 
 void DesktopFace::Beep() {
-  QElapsedTimer& since = parts_->sinceBeep;
-  if (since.isValid() && since.elapsed() < BeepPause) return;
-  since.restart();
-  QApplication::beep();
+  if (parts_->beeps.Passes(parts_->clock.MonotonicMilliseconds())) QApplication::beep();
 }
 
 std::string DesktopFace::ClipboardText() {
