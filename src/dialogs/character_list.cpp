@@ -183,6 +183,7 @@ bool CharacterList::Play(const Entry& entry, int16 button) {
 
 // What keeps the fields from being the character's; its text is empty when nothing does.
 CharacterList::Problem CharacterList::ProblemOf(const CharacterFields& fields, int16 row) const {
+  if (row == 0 && IsEmpty(fields)) return {"No field is filled in. Cancel leaves the form.", CharacterForm::NameBox};
   const std::string& reference = fields.CharacterRef;
   const auto atReference = [](const char* text) { return Problem{text, CharacterForm::ReferenceBox}; };
   if (reference.find(' ') != std::string::npos) return atReference("Character reference may not contain spaces.");
@@ -204,8 +205,6 @@ int16 CharacterList::Edit(const Entry& entry) {
   for (Problem problem;;) {
     if (!form_.Ask(title, problem.box, fields)) return 0;  // PUMP
     problem = ProblemOf(fields, Find(entry));
-    if (Find(entry) == 0 && IsEmpty(fields))
-      problem = {"No field is filled in. Cancel leaves the form.", CharacterForm::NameBox};
     if (problem.text.empty()) break;
     Tell(problem.text, "Error");  // PUMP
   }
